@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test suite twice: once in a normal build and once
+# built with AddressSanitizer and UndefinedBehaviorSanitizer. Installs what is missing.
+set -euo pipefail
+cd "$(dirname "$0")"
+. scripts/deps.sh
+tav_install "${TAV_BUILD_PACKAGES[@]}" "${TAV_RUN_PACKAGES[@]}"
+
+run_suite() {
+  local dir=$1; shift
+  tav_build "$dir" "$@"
+  (cd "$dir" && tav_with_display ctest --output-on-failure -j"$(nproc)")
+}
+
+echo "== normal build"
+run_suite build
+echo "== sanitizer build (address, undefined)"
+export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
+export LSAN_OPTIONS=suppressions=$PWD/tests/lsan.supp:print_suppressions=0
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+run_suite build-asan -DTAV_SANITIZE=ON -DTAV_BUILD_BENCH=OFF

@@ -1,0 +1,71 @@
+#pragma once
+// The host's frame range, selected range, cursor and rate.
+#include <algorithm>
+#include <cstdint>
+
+// A range [a, b) of frames is valid when it starts at 0 or later and is not empty.
+inline bool isValidRange(int a, int b) { return a >= 0 && a < b; }
+
+struct FramesInfo {
+    int64_t start;   // first frame number of the data
+    int64_t finish;  // end frame number of the data (one past the last)
+    int64_t head;    // first frame of the selected range
+    int64_t tail;    // end frame of the selected range
+    int64_t current; // cursor frame
+    float freq;      // frames per second
+    bool loop = false;
+
+    FramesInfo(int64_t start = 0, int64_t finish = 0, int64_t head = 0, int64_t tail = 0, int64_t current = 0,
+               float freq = 0)
+        : start(start), finish(finish), head(head), tail(tail), current(current), freq(freq)
+    {
+    }
+
+    int64_t size() const { return finish - start; }
+
+    // New data range: the selected range becomes the whole range and the cursor its first frame.
+    void Reset(int64_t s, int64_t f, float rate)
+    {
+        start = head = current = s;
+        finish = tail = f;
+        freq = rate;
+    }
+    // New data range that keeps the selected range and cursor inside it.
+    void Size(int64_t s, int64_t f)
+    {
+        start = s;
+        finish = f;
+        Region(head, tail);
+        Seek(current, 0);
+    }
+    // New selected range, clipped to the data range.
+    void Region(int64_t h, int64_t t)
+    {
+        head = std::clamp(h, start, std::max(start, finish));
+        tail = std::clamp(t, head, std::max(start, finish));
+    }
+    // Moves the cursor by n frames inside the selected range (the whole range when
+    // none), wrapping when loop is set and stopping at the ends otherwise.
+    void Step(int64_t n)
+    {
+        const int64_t a = head < tail ? head : start, b = head < tail ? tail : finish;
+        if (b <= a)
+            return;
+        int64_t c = current + n;
+        if (loop)
+            c = a + (((c - a) % (b - a)) + (b - a)) % (b - a);
+        current = std::clamp(c, a, b - 1);
+    }
+    // Puts the cursor at frame + offset, inside the data range.
+    void Seek(int64_t frame, int64_t offset)
+    {
+        current = finish > start ? std::clamp(frame + offset, start, finish - 1) : start;
+    }
+
+    bool operator==(const FramesInfo& o) const
+    {
+        return start == o.start && finish == o.finish && head == o.head && tail == o.tail &&
+               current == o.current && freq == o.freq && loop == o.loop;
+    }
+    bool operator!=(const FramesInfo& o) const { return !(*this == o); }
+};
