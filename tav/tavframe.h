@@ -12,6 +12,13 @@
 #include <string>
 #include <utility>
 
+// The sample records are plain bytes: let QVector move and grow them with memcpy.
+// (Records that hold std::string are left to Qt's default, copy-constructing handling.)
+Q_DECLARE_TYPEINFO(TAV::Marker, Q_PRIMITIVE_TYPE);
+Q_DECLARE_TYPEINFO(TAV::Rigid, Q_PRIMITIVE_TYPE);
+Q_DECLARE_TYPEINFO(TAV::Peak, Q_PRIMITIVE_TYPE);
+Q_DECLARE_TYPEINFO(TAV::Plane, Q_PRIMITIVE_TYPE);
+
 namespace TAV {
 
 typedef QVector<Marker> Markers;
@@ -63,20 +70,26 @@ struct Frame {
     explicit operator int64_t() const { return time; }
 };
 
+// Index of the first sample whose id is not less than id, by binary search (the
+// vector is sorted by id); -1 when that sample does not carry exactly this id.
+template <class T>
+int searchId(const QVector<T>& v, uint32_t id)
+{
+    const T* first = v.constData();
+    const T* last = first + v.size();
+    const T* it = std::lower_bound(first, last, id, [](const T& s, uint32_t k) { return s.id < k; });
+    return (it != last && it->id == id) ? int(it - first) : -1;
+}
+
 // Index of the sample with this id: the element at index id in the dense case,
-// else a lower-bound search by id. -1 when the vector has no such sample.
+// else the binary search. -1 when the vector has no such sample.
 // Reads through const access only, so a shared vector is never detached.
 template <class T>
 int indexOfId(const QVector<T>& v, uint32_t id)
 {
-    const int n = v.size();
-    if (id < uint32_t(n) && v.at(int(id)).id == id)
+    if (id < uint32_t(v.size()) && v.at(int(id)).id == id)
         return int(id);
-    const T* first = v.constData();
-    const T* it = std::lower_bound(first, first + n, id, [](const T& s, uint32_t k) { return s.id < k; });
-    if (it != first + n && it->id == id)
-        return int(it - first);
-    return -1;
+    return searchId(v, id);
 }
 
 template <class T>

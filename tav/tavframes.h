@@ -10,6 +10,7 @@
 #include <QVector>
 
 #include <cstdint>
+#include <type_traits>
 #include <vector>
 
 namespace TAV {
@@ -88,12 +89,24 @@ void Frames::setProperty(const char* name, const T& value)
     _properties.insert(QString::fromLatin1(name), QVariant::fromValue(value));
 }
 
-// True when a equals b, or b lies strictly within tolerance of a.
+// True when a equals b, or b lies strictly within tolerance of a. Integers are
+// compared by their distance in unsigned arithmetic, so times near the ends of
+// the range cannot overflow; the result is that of a - tol < b && a + tol > b.
 template <class T>
 bool fuzzyCmp(const T& a, const T& b, int tolerance)
 {
-    const T tol = T(tolerance);
-    return a == b || (a - tol < b && a + tol > b);
+    if (a == b)
+        return true;
+    if constexpr (std::is_integral<T>::value) {
+        if (tolerance <= 0)
+            return false;
+        using U = std::make_unsigned_t<T>;
+        const U distance = a < b ? U(U(b) - U(a)) : U(U(a) - U(b));
+        return uintmax_t(distance) < uintmax_t(tolerance);
+    } else {
+        const T tol = T(tolerance);
+        return a - tol < b && a + tol > b;
+    }
 }
 
 // Index of the sample whose time matches val within fuzz, by binary search over

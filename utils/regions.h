@@ -1,5 +1,7 @@
 #pragma once
 // Runs of frames that carry the same type value, and lists of such runs.
+#include "utils/saturate.h"
+
 #include <cstdint>
 #include <map>
 #include <type_traits>
@@ -18,7 +20,8 @@ struct Pair : public std::pair<int, int> {
 
     int begin() const { return first; }
     int end() const { return second; }
-    int size() const { return (first < 0 || second < 0) ? 0 : second - first + 1; }
+    // Closed bounds; a run over every int index saturates rather than overflows.
+    int size() const { return (first < 0 || second < 0) ? 0 : saturate_cast<int>(int64_t(second) - first + 1); }
 };
 
 class Regions : public std::vector<Pair> {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace TAV {
@@ -82,22 +83,50 @@ struct DeviceInfo {
     std::string status;
 };
 
+// Bit-for-bit copyable records with C layout: the host and the module must agree on every byte.
+template <class T>
+constexpr bool isPlainRecord = std::is_trivially_copyable<T>::value && std::is_standard_layout<T>::value;
+static_assert(isPlainRecord<Marker> && isPlainRecord<Rigid> && isPlainRecord<Peak> && isPlainRecord<Plane> &&
+                  isPlainRecord<Camera>,
+              "sample records are plain structures");
+
+// Signedness matters as much as width: time is signed, ids and flags are not.
+template <class T>
+constexpr bool hasSampleHeader = std::is_same<decltype(T::id), uint32_t>::value &&
+                                 std::is_same<decltype(T::flags), uint32_t>::value &&
+                                 std::is_same<decltype(T::time), int64_t>::value && offsetof(T, id) == 0 &&
+                                 offsetof(T, flags) == 4 && offsetof(T, time) == 8;
+static_assert(hasSampleHeader<Marker> && hasSampleHeader<Rigid> && hasSampleHeader<Peak> && hasSampleHeader<Plane>,
+              "id, flags, time lead every timed sample");
+
 static_assert(sizeof(Marker) == 32, "Marker layout");
-static_assert(offsetof(Marker, flags) == 4 && offsetof(Marker, time) == 8 && offsetof(Marker, x) == 16 &&
-                  offsetof(Marker, y) == 20 && offsetof(Marker, z) == 24 && offsetof(Marker, cond) == 28,
+static_assert(offsetof(Marker, x) == 16 && offsetof(Marker, y) == 20 && offsetof(Marker, z) == 24 &&
+                  offsetof(Marker, cond) == 28,
               "Marker field offsets");
 static_assert(sizeof(Rigid) == 48, "Rigid layout");
-static_assert(offsetof(Rigid, time) == 8 && offsetof(Rigid, pose) == 16 && offsetof(Rigid, cond) == 44,
-              "Rigid field offsets");
+static_assert(offsetof(Rigid, pose) == 16 && offsetof(Rigid, cond) == 44, "Rigid field offsets");
 static_assert(sizeof(Peak) == 32, "Peak layout");
+static_assert(std::is_same<decltype(Peak::camera), uint16_t>::value &&
+                  std::is_same<decltype(Peak::detector), uint16_t>::value &&
+                  std::is_same<decltype(Peak::width), uint32_t>::value,
+              "Peak field types");
 static_assert(offsetof(Peak, camera) == 16 && offsetof(Peak, detector) == 18 && offsetof(Peak, width) == 20 &&
                   offsetof(Peak, pos) == 24 && offsetof(Peak, amp) == 28,
               "Peak field offsets");
 static_assert(sizeof(Plane) == 40, "Plane layout");
+static_assert(std::is_same<decltype(Plane::camera), uint16_t>::value &&
+                  std::is_same<decltype(Plane::detector), uint16_t>::value,
+              "Plane field types");
 static_assert(offsetof(Plane, camera) == 16 && offsetof(Plane, detector) == 18 && offsetof(Plane, plane) == 20 &&
                   offsetof(Plane, offset) == 36,
               "Plane field offsets");
 static_assert(sizeof(Camera) == 40, "Camera layout");
-static_assert(offsetof(Camera, pose) == 8 && offsetof(Camera, cond) == 36, "Camera field offsets");
+static_assert(std::is_same<decltype(Camera::id), uint32_t>::value &&
+                  std::is_same<decltype(Camera::flags), uint32_t>::value && offsetof(Camera, flags) == 4 &&
+                  offsetof(Camera, pose) == 8 && offsetof(Camera, cond) == 36,
+              "Camera field offsets");
+static_assert(std::is_same<decltype(DeviceInfo::hw_id), uint64_t>::value &&
+                  std::is_same<decltype(DeviceInfo::time), int64_t>::value,
+              "DeviceInfo field types");
 
 } // namespace TAV
