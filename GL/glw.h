@@ -6,6 +6,7 @@
 #include "math/vector.h"
 
 #include <QAction>
+#include <QByteArray>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -55,6 +56,8 @@ public:
 
     // Mouse position in data coordinates; (0, 0, -1) without a live window.
     Vector Cursor() const;
+    // x, y in pixels counted from the view's bottom-left corner; for a view placed
+    // at the window's origin these are the window's mouse coordinates.
     Vector Cursor(float x, float y) const;
 
     using QObject::property;
@@ -65,9 +68,10 @@ public:
     }
 
     // Runs the mouse actions bound to binding (a Qt button OR-ed with Qt modifiers):
-    // a slot taking (Mouse*, bool) gets the window's mouse and state, any other
-    // slot is reached through the action's trigger. Returns how many ran.
-    int MouseEvent(quint32 binding, Mouse* mouse, bool state);
+    // a slot taking (Mouse*, bool) gets the window's mouse and state on the press,
+    // every drag step and the release (state false); any other slot is reached
+    // through the action's trigger, once per press. Returns how many ran.
+    int MouseEvent(quint32 binding, Mouse* mouse, bool state, bool drag = false);
 
 public slots:
     virtual GLW* hit(int x, int y);
@@ -78,6 +82,17 @@ public slots:
     virtual bool DeleteAction(const char* name);
     virtual QRectF Range2D(int mode);
     virtual QVector3D NearestDataPos();
+
+private:
+    struct MouseBinding {
+        QPointer<QAction> action;
+        quint32 binding;
+        quint32 aux; // the host's own value; unused here
+        QPointer<QObject> receiver;
+        QByteArray method; // normalized signature without the "1" code
+        bool takesMouse;   // (Mouse*, bool): invoked directly instead of through triggered
+    };
+    QList<MouseBinding> mouseBindings;
 };
 
 Q_DECLARE_METATYPE(GLW*)

@@ -9,7 +9,9 @@
 #include <QPointer>
 #include <QString>
 
+class MenuTree;
 class QAction;
+class QMenu;
 class QTimer;
 
 class GLWindow : public QGLWidget {
@@ -24,6 +26,7 @@ public:
     ~GLWindow() override;
 
     // Views shown by this window, painted in order. The window does not own them.
+    // Adding a view without a "visible" property sets it to true.
     void AddView(GLW* view);
     void RemoveView(GLW* view);
     QList<GLW*> views() const;
@@ -32,9 +35,18 @@ public:
     GLW* CurrentView() const;
     GLW* ViewAt(int x, int y) const; // x, y in GL window pixels (y up)
 
+    // Key actions of the current view (see GLW::NewKeyAction).
     virtual QAction* NewAction(const QString& key, const char* name, QObject* receiver, const char* slot);
     virtual bool DeleteAction(const char* name);
+    // Pops up, at the mouse cursor, the menu that receiver (every registered receiver
+    // when null) fills through its slot InitContextMenuTree(GLW*, MenuTree*) for the
+    // view under the mouse. A right click does this for the registered receivers.
     virtual void ContextMenu(QObject* receiver);
+
+    void AddContextMenuReceiver(QObject* receiver);
+    void RemoveContextMenuReceiver(QObject* receiver);
+    // Fills menu from a fresh tree for view; returns the number of entries built.
+    int FillContextMenu(QMenu* menu, GLW* view, QObject* receiver);
 
 signals:
     // Emitted for each view while painting, with the view's GL viewport and a 2-D
@@ -50,13 +62,22 @@ protected:
     void mousePressEvent(QMouseEvent* e) override;
     void mouseMoveEvent(QMouseEvent* e) override;
     void mouseReleaseEvent(QMouseEvent* e) override;
+    void mouseDoubleClickEvent(QMouseEvent* e) override;
     void contextMenuEvent(QContextMenuEvent* e) override;
 
 private:
     void pollUpdate();
     void trackMouse(QMouseEvent* e);
+    void paintView(GLW* view);
+    GLW* viewAtWidgetPos(const QPoint& p) const;
 
     QList<QPointer<GLW>> viewList;
     QPointer<GLW> current;
     QTimer* updateTimer = nullptr;
+    QList<QPointer<QObject>> menuReceivers;
+    QPointer<QMenu> contextMenu;
+    // The press that started the current drag: its view, button and binding.
+    QPointer<GLW> pressView;
+    int pressButton = 0;
+    quint32 pressBinding = 0;
 };
