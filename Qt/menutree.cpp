@@ -181,7 +181,13 @@ bool MenuTree::Remove(const QString& path)
 bool MenuTree::Remove(QObject* object)
 {
     ++update;
-    return root.Remove(object);
+    const bool removed = root.Remove(object);
+    // An object may sit at several paths while its destroyed signal reaches this slot
+    // once: on destruction take every entry, so none is left pointing at it.
+    if (removed && object && sender() == object)
+        while (root.Remove(object)) {
+        }
+    return removed;
 }
 
 Entry* MenuTree::Find(const QString& path)

@@ -1,0 +1,245 @@
+#include "Qt/menutree.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+// A built menu as text: "-" for a separator, an action's object name, and a
+// sub-menu as name{...}.
+QString describe(const QWidget* menu)
+{
+    QStringList parts;
+    for (QAction* a : menu->actions()) {
+        if (a->isSeparator())
+            parts << "-";
+        else if (a->menu())
+            parts << a->menu()->objectName() + "{" + describe(a->menu()) + "}";
+        else
+            parts << a->objectName();
+    }
+    return parts.join(' ');
+}
+
+struct PathInsert {
+    const char* name;
+    bool withParent; // an entry "a" exists before the insert
+    const char* path;
+    bool withObject;
+    bool inserted;
+    int updates;       // change of the counter by the insert
+    bool removedOnDie; // the destroyed signal reaches the tree
+};
+
+void PrintTo(const PathInsert& row, std::ostream* os) { *os << row.name; }
+
+class MenuTreePaths : public testing::TestWithParam<PathInsert> {};
+
+TEST_P(MenuTreePaths, SplitsThePathAndConnectsTheObject)
+{
+    const PathInsert& row = GetParam();
+    MenuTree tree;
+    if (row.withParent)
+        tree.Insert("a", "A");
+    tree.update = 0;
+    auto action = std::make_unique<QAction>(nullptr);
+
+    QObject* result = tree.Insert(row.path, row.withObject ? action.get() : nullptr, 0, 0);
+    EXPECT_EQ(result != nullptr, row.inserted);
+    EXPECT_EQ(tree.update, row.updates);
+    if (row.inserted) {
+        EXPECT_EQ(tree.Find(row.path)->object, action.get());
+    }
+
+    action.reset();
+    EXPECT_EQ(tree.update, row.updates + (row.removedOnDie ? 1 : 0));
+    if (row.inserted) {
+        EXPECT_EQ(tree.Find(row.path), nullptr);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, MenuTreePaths,
+                         testing::Values(PathInsert{"MissingParentStillConnects", false, "a.b", true, false, 1, true},
+                                         PathInsert{"UnderExistingParent", true, "a.b", true, true, 1, true},
+                                         PathInsert{"NoDotMeansUnderRoot", false, "b", true, true, 1, true},
+                                         PathInsert{"LeadingDotRefused", true, ".b", true, false, 1, false},
+                                         PathInsert{"TrailingDotRefused", true, "a.", true, false, 1, false},
+                                         PathInsert{"EmptyPathUntouched", true, "", true, false, 0, false},
+                                         PathInsert{"NullObjectUntouched", true, "b", false, false, 0, false}),
+                         [](const testing::TestParamInfo<PathInsert>& i) { return std::string(i.param.name); });
+
+TEST(MenuTree, FindWalksExactComponents)
+{
+    MenuTree tree;
+    tree.Insert("a", "A");
+    tree.Insert("a.b", "B");
+    EXPECT_EQ(tree.Find(""), &tree.root);
+    ASSERT_NE(tree.Find("a.b"), nullptr);
+    EXPECT_EQ(tree.Find("a.b")->text, "B");
+    EXPECT_EQ(tree.Find("a..b"), nullptr);
+    EXPECT_EQ(tree.Find("A"), nullptr);
+    EXPECT_EQ(tree.Find("a.c"), nullptr);
+}
+
+TEST(MenuTree, DestroyedObjectLeavesEveryPathWithOneConnection)
+{
+    MenuTree tree;
+    tree.Insert("display", "Display");
+    auto action = std::make_unique<QAction>(nullptr);
+    for (int i = 0; i < 3; ++i)
+        tree.Insert("nextaoi", action.get(), 4);
+    tree.Insert("display.nextaoi", action.get());
+    tree.update = 0;
+
+    action.reset();
+    EXPECT_EQ(tree.update, 1) << "destroyed is connected once however often the object is inserted";
+    EXPECT_EQ(tree.Find("nextaoi"), nullptr);
+    EXPECT_EQ(tree.Find("display.nextaoi"), nullptr);
+}
+
+TEST(MenuTree, DirectRemoveOfASharedObjectTakesTheFirstOnly)
+{
+    MenuTree tree;
+    QAction action(nullptr);
+    tree.Insert("a", &action, 0);
+    tree.Insert("b", &action, 1);
+    EXPECT_TRUE(tree.Remove(&action));
+    EXPECT_EQ(tree.Find("a"), nullptr);
+    EXPECT_NE(tree.Find("b"), nullptr);
+    tree.Remove(&action);
+}
+
+TEST(MenuTree, SlotsAreReachableByName)
+{
+    MenuTree tree(nullptr, "context");
+    bool ok = false;
+    ASSERT_TRUE(QMetaObject::invokeMethod(&tree, "Insert", Q_RETURN_ARG(bool, ok), Q_ARG(QString, "display"),
+                                          Q_ARG(QString, "Display"), Q_ARG(int, 10), Q_ARG(int, 0)));
+    EXPECT_TRUE(ok);
+    ASSERT_TRUE(QMetaObject::invokeMethod(&tree, "Remove", Q_RETURN_ARG(bool, ok), Q_ARG(QString, "display")));
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(tree.objectName(), "context");
+    EXPECT_TRUE(tree.property("autoremove").toBool());
+}
+
+// The tree used by the building tests: separators around actions, a tear-off
+// sub-menu, a sub-menu without objects and one without children.
+struct Built {
+    QAction applytool, updateoffsets, markers;
+    QObject plain;
+    QMenu tools;
+    MenuTree tree;
+
+    Built()
+    {
+        tools.setObjectName("tools");
+        tree.Insert("applytool", &applytool, 3, SeparatorBefore);
+        tree.Insert("updateoffsets", &updateoffsets, 6, SeparatorBefore | SeparatorAfter);
+        tree.Insert("tools", &tools, 7);
+        tree.Insert("display", "Display", 10, TearOff | AddPopup);
+        tree.Insert("display.enable_markers", &markers);
+        tree.Insert("display.plain", &plain, 1);
+        tree.Insert("empty", "Empty", 11, SeparatorBefore | SeparatorAfter);
+        tree.Insert("empty.child", "Child");
+        tree.Insert("lone", "Lone", 12);
+    }
+};
+
+struct Layout {
+    const char* name;
+    bool autoremove;
+    const char* menu;
+};
+
+void PrintTo(const Layout& row, std::ostream* os) { *os << row.name; }
+
+class MenuTreeBuild : public testing::TestWithParam<Layout> {};
+
+TEST_P(MenuTreeBuild, LaysOutActionsSeparatorsAndSubMenus)
+{
+    Built b;
+    b.tree.setProperty("autoremove", GetParam().autoremove);
+    QMenu menu;
+    EXPECT_EQ(b.tree.Build(&menu), 4);
+    EXPECT_EQ(describe(&menu), GetParam().menu);
+
+    QMenu* display = menu.findChild<QMenu*>("display", Qt::FindDirectChildrenOnly);
+    ASSERT_NE(display, nullptr);
+    EXPECT_EQ(display->title(), "Display");
+    EXPECT_EQ(display->windowTitle(), "Display");
+    EXPECT_TRUE(display->isTearOffEnabled());
+    EXPECT_TRUE(display->property("addpopup").toBool());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, MenuTreeBuild,
+    testing::Values(Layout{"AutoremoveKeepsOnlyTheSeparatorBefore", true,
+                           "- applytool - updateoffsets - tools{} display{enable_markers} -"},
+                    Layout{"WithoutAutoremoveEmptySubMenusStay", false,
+                           "- applytool - updateoffsets - tools{} display{enable_markers} - empty{child{}} - lone{}"}),
+    [](const testing::TestParamInfo<Layout>& i) { return std::string(i.param.name); });
+
+TEST(MenuTree, RebuildsOnlyAfterAChange)
+{
+    Built b;
+    QMenu menu;
+    b.tree.Build(&menu);
+    const QPointer<QAction> separator = menu.actions().first();
+    const QPointer<QMenu> display = menu.findChild<QMenu*>("display");
+
+    EXPECT_EQ(b.tree.Build(&menu), 1);
+    EXPECT_TRUE(separator && display) << "an unchanged tree leaves the menu alone";
+
+    b.tree.Remove(QString("applytool"));
+    EXPECT_EQ(b.tree.Build(&menu), 3);
+    EXPECT_TRUE(separator.isNull() && display.isNull()) << "the old separators and sub-menus are deleted";
+    EXPECT_EQ(describe(&menu), "- updateoffsets - tools{} display{enable_markers} -");
+}
+
+TEST(MenuTree, DestroyedActionDisappearsFromTheNextBuild)
+{
+    Built b;
+    QMenu menu;
+    b.tree.Build(&menu);
+    {
+        QAction gone(nullptr);
+        b.tree.Insert("display.gone", &gone, 5);
+        b.tree.Build(&menu);
+        EXPECT_EQ(describe(&menu), "- applytool - updateoffsets - tools{} display{enable_markers gone} -");
+    }
+    b.tree.Build(&menu);
+    EXPECT_EQ(describe(&menu), "- applytool - updateoffsets - tools{} display{enable_markers} -");
+}
+
+TEST(MenuTree, RebuildsAMenuChangedBehindItsBack)
+{
+    Built b;
+    QMenu menu;
+    b.tree.Build(&menu);
+    menu.clear();
+    qDeleteAll(menu.findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
+    EXPECT_EQ(b.tree.Build(&menu), 4) << "an emptied menu is filled again";
+
+    b.tree.Clear();
+    EXPECT_EQ(b.tree.update, 0) << "Clear leaves the counter alone";
+    EXPECT_EQ(b.tree.Build(&menu), 0);
+    EXPECT_TRUE(menu.actions().isEmpty()) << "a menu with entries of an emptied tree is cleared";
+}
+
+TEST(MenuTree, BuildsAMenuBar)
+{
+    Built b;
+    QMenuBar bar;
+    EXPECT_EQ(b.tree.Build(&bar), 4);
+    EXPECT_EQ(describe(&bar), "- applytool - updateoffsets - tools{} display{enable_markers} -");
+    EXPECT_EQ(b.tree.Build(&bar), 1);
+    EXPECT_EQ(b.tree.Build(static_cast<QMenuBar*>(nullptr)), 0);
+}
+
+} // namespace
