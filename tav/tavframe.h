@@ -12,13 +12,6 @@
 #include <string>
 #include <utility>
 
-// The sample records are plain bytes: let QVector move and grow them with memcpy.
-// (Records that hold std::string are left to Qt's default, copy-constructing handling.)
-Q_DECLARE_TYPEINFO(TAV::Marker, Q_PRIMITIVE_TYPE);
-Q_DECLARE_TYPEINFO(TAV::Rigid, Q_PRIMITIVE_TYPE);
-Q_DECLARE_TYPEINFO(TAV::Peak, Q_PRIMITIVE_TYPE);
-Q_DECLARE_TYPEINFO(TAV::Plane, Q_PRIMITIVE_TYPE);
-
 namespace TAV {
 
 typedef QVector<Marker> Markers;
@@ -26,6 +19,11 @@ typedef QVector<Rigid> Rigids;
 typedef QVector<Peak> Peaks;
 typedef QVector<Plane> Planes;
 typedef QMap<QString, QVariant> Properties;
+
+// Plain records: QVector grows and copies them as raw bytes, with no per-element calls.
+static_assert(!QTypeInfo<Marker>::isComplex && QTypeInfoQuery<Marker>::isRelocatable &&
+                  !QTypeInfo<Rigid>::isComplex && QTypeInfoQuery<Rigid>::isRelocatable,
+              "sample records are relocatable");
 
 struct Frame {
     uint32_t id = 0xFFFFFFFF;
