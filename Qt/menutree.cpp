@@ -132,6 +132,7 @@ bool splitPath(const QString& path, QString& parent, QString& name)
 MenuTree::MenuTree(QObject* parent, const char* name)
     : QObject(parent), root("root", static_cast<QObject*>(nullptr), 0, 0), update(0)
 {
+    qRegisterMetaType<MenuTree*>("MenuTree*");
     setObjectName(QString::fromUtf8(name));
     setProperty("autoremove", true);
 }

@@ -4,7 +4,7 @@
 #include <QAction>
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -65,20 +65,6 @@ TEST(Entry, EqualIdentityWithObjectUpdatesInPlaceAndReplacesChildren)
     EXPECT_EQ(action.objectName(), "display") << "a nameless object is named after its entry";
 }
 
-TEST(Entry, RemoveByNameLooksOnlyAtDirectChildren)
-{
-    Entry root("root", static_cast<QObject*>(nullptr));
-    Entry a("a", QString("A"));
-    a.Insert(Entry("deep", QString("Deep")));
-    root.Insert(a);
-    root.Insert(Entry("b", QString("B")));
-
-    EXPECT_FALSE(root.Remove(QString("deep")));
-    EXPECT_TRUE(root.Remove(QString("b")));
-    EXPECT_FALSE(root.Remove(QString("b")));
-    EXPECT_EQ(root.children.size(), 1);
-}
-
 TEST(Entry, RemoveByObjectTakesOnlyTheFirstDepthFirstMatch)
 {
     QAction shared(nullptr);
@@ -115,25 +101,20 @@ TEST(Entry, MarkFlagsEveryLevelAboveAnObjectAndClearsEmptyBranches)
     EXPECT_EQ(root.children.at(1).flag, TearOff) << "a stale mark is cleared, other bits stay";
 }
 
-TEST(Entry, StreamsOneLineWithHexFlagAndReturnsToDecimal)
+TEST(Entry, PrintsOneLinePerEntryIndentedByLevel)
 {
     QAction action(nullptr);
     action.setObjectName("nextaoi");
-    std::ostringstream os;
-    os << Entry("root", static_cast<QObject*>(nullptr)) << Entry("n", &action, 8, 0x11a) << 26;
-    EXPECT_EQ(os.str(), "[root::0:0][n:QAction nextaoi:8:11a]26");
-}
-
-TEST(Entry, PrintIndentsOneSpacePerLevel)
-{
     Entry root("root", static_cast<QObject*>(nullptr));
     Entry display("display", QString("Display"), -3, 0x1f);
-    display.Insert(Entry("grid", QString("Grid")));
+    display.Insert(Entry("n", &action, 8, 0x11a));
     root.Insert(display);
 
     StdoutCapture out;
     root.Print(2);
-    EXPECT_EQ(out.text(), "  [root::0:0]\n   [display:Display:-3:1f]\n    [grid:Grid:0:0]\n");
+    std::cout << 26;
+    EXPECT_EQ(out.text(), "  [root::0:0]\n   [display:Display:-3:1f]\n    [n:QAction nextaoi:8:11a]\n26")
+        << "the flag is hex, and the stream returns to decimal";
 }
 
 } // namespace
