@@ -1,0 +1,121 @@
+// tavview: opens a take (a C3D file, or the built-in one) and shows it in the time
+// graph loaded from tavgraph.so; or renders one picture of it; or reports the
+// quality of many takes.
+#include "host/tavview/graphpanel.h"
+#include "host/tavview/mainwindow.h"
+#include "host/tavview/moduleregistry.h"
+#include "host/tavview/options.h"
+#include "host/tavview/reportcommand.h"
+#include "host/tavview/snapshot.h"
+#include "host/tavview/take.h"
+#include "host/tavview/trackselection.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <cstdio>
+
+namespace {
+
+enum ExitCode { Ok = 0, Failed = 1, BadUsage = 2 };
+
+int fail(const QString& message, int code = Failed)
+{
+    std::fprintf(stderr, "tavview: %s\n", qPrintable(message));
+    return code;
+}
+
+bool haveDisplay()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+// The folder of the executable, from argv[0] before any QApplication exists.
+QString executableDir(const char* argv0)
+{
+    QFileInfo exe(QString::fromLocal8Bit(argv0));
+    if (!exe.exists())
+        exe = QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget();
+    return exe.absolutePath();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    ViewOptions options;
+    QString message;
+    switch (parseCommandLine(arguments, options, message)) {
+    case ParseResult::Help:
+        std::fputs(qPrintable(message), stdout);
+        return Ok;
+    case ParseResult::Error:
+        return fail(message + QStringLiteral(" (see tavview --help)"), BadUsage);
+    case ParseResult::Run:
+        break;
+    }
+
+    if (options.report)
+        return runReport(options.files, options.csv) ? Ok : Failed;
+
+    // The take first: a file that cannot be used is the likeliest mistake, and
+    // reading it needs no display.
+    Take take;
+    if (options.files.isEmpty())
+        take = defaultTake();
+    else if (!loadTake(options.files.first(), take, message))
+        return fail(message);
+
+    TrackSelection selection = defaultSelection(take);
+    if (!options.select.isEmpty() && !resolveSelection(options.select, take, selection, message))
+        return fail(message, BadUsage);
+    qint64 cursor = 0;
+    if (options.frame) {
+        cursor = *options.frame - take.firstFrame;
+        if (cursor < 0 || cursor >= take.frameCount())
+            return fail(QStringLiteral("--frame %1 is outside the take (frames %2 to %3)")
+                            .arg(*options.frame)
+                            .arg(take.firstFrame)
+                            .arg(take.firstFrame + take.frameCount() - 1),
+                        BadUsage);
+    }
+
+    const QString modulePath = options.modulePath.isEmpty() ? findModule(executableDir(argv[0])) : options.modulePath;
+    if (modulePath.isEmpty())
+        return fail(QStringLiteral("cannot find the graph module tavgraph.so (looked in %1); name it with --module PATH")
+                        .arg(moduleCandidates(executableDir(argv[0])).join(QStringLiteral(", "))));
+    // Loading the module needs no application object yet, so a wrong module is
+    // reported before a missing display is.
+    ModuleRegistry registry;
+    if (!registry.Load(modulePath, message))
+        return fail(message);
+    if (!haveDisplay())
+        return fail(QStringLiteral("no display to show the graph on; run it under xvfb-run -a, or use run.sh, "
+                                   "which starts a virtual display itself"));
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("tavview"));
+
+    if (!options.snapshotPath.isEmpty()) {
+        GraphPanel panel(registry);
+        panel.SetTake(take);
+        panel.SetTrackSelection(selection);
+        panel.SeekFrame(cursor);
+        if (!saveSnapshot(panel, options.size, options.snapshotPath, message))
+            return fail(message);
+        std::printf("tavview: wrote %s (%dx%d)\n", qPrintable(QDir::toNativeSeparators(options.snapshotPath)),
+                    options.size.width(), options.size.height());
+        return Ok;
+    }
+
+    MainWindow window(registry);
+    window.ShowTake(take, selection);
+    window.panel()->SeekFrame(cursor);
+    window.show();
+    return app.exec();
+}

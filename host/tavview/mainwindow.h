@@ -1,0 +1,62 @@
+#pragma once
+// tavview's main window: the graph in the middle, the track lists on the left,
+// the areas of interest on the right, frame, time and selection in the status bar.
+#include "host/tavview/take.h"
+#include "host/tavview/trackselection.h"
+
+#include <QMainWindow>
+
+class AreasPanel;
+class GraphPanel;
+class ModuleRegistry;
+class Playback;
+class QLabel;
+class QListWidget;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit MainWindow(const ModuleRegistry& registry, QWidget* parent = nullptr);
+
+    GraphPanel* panel() const { return graphPanel; }
+    Playback* playback() const { return player; }
+    AreasPanel* areas() const { return areasPanel; }
+    QListWidget* markerList() const { return markers; }
+    QListWidget* rigidList() const { return rigids; }
+    QLabel* cursorLabel() const { return cursorText; }
+    QLabel* selectionLabel() const { return selectionText; }
+
+    // Shows a take with these tracks selected.
+    void ShowTake(const Take& take, const TrackSelection& selection);
+    // Selects tracks in the lists (and so in the graph).
+    void SelectTracks(const TrackSelection& selection);
+
+public slots:
+    // Reads a capture file and shows it; a file that cannot be read is reported
+    // in a message box and the current take stays. Returns whether it was shown.
+    bool OpenPath(const QString& path);
+
+private slots:
+    void openFile();
+    void showHelp();
+    void trackListChanged();
+    void showCursor();
+    void showSelection(qint64 first, qint64 last);
+    void showRegion(qint64 first, qint64 last);
+    void updateAreas();
+    void jumpToArea(qint64 first, qint64 last);
+
+private:
+    void buildMenus();
+    void fillTrackLists();
+    QString frameText(qint64 index) const;
+
+    GraphPanel* graphPanel;
+    Playback* player;
+    AreasPanel* areasPanel;
+    QListWidget* markers;
+    QListWidget* rigids;
+    QLabel* cursorText;
+    QLabel* selectionText;
+    QList<qint64> frameTimes;
+};

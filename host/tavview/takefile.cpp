@@ -1,0 +1,35 @@
+#include "host/tavview/take.h"
+
+#include "host/c3d/c3dtake.h"
+
+#include <QFileInfo>
+
+QString namingFile(const QString& path, const QString& problem)
+{
+    return problem.contains(QFileInfo(path).fileName()) ? problem : QStringLiteral("%1: %2").arg(path, problem);
+}
+
+bool loadTake(const QString& path, Take& take, QString& error)
+{
+    Take t;
+    QString problem;
+    if (!C3D::loadTake(path, t.frames, &problem)) {
+        error = namingFile(path, problem);
+        return false;
+    }
+    t.rate = t.frames.property<double>("frequency");
+    t.firstFrame = t.frames.property<qint64>("firstFrame");
+    t.units = t.frames.property<QString>("units");
+    t.name = QFileInfo(path).fileName();
+    if (t.frameCount() == 0) {
+        error = QStringLiteral("%1: the file holds no frames").arg(path);
+        return false;
+    }
+    if (!(t.rate > 0)) {
+        error = QStringLiteral("%1: the file gives no frame rate").arg(path);
+        return false;
+    }
+    // Assigned, not copy-constructed: a copied store would forget its "frequency".
+    take = t;
+    return true;
+}
