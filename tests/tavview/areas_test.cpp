@@ -1,0 +1,85 @@
+#include "host/tavview/areas.h"
+#include "host/tavview/take.h"
+#include "host/tavview/tracks.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <vector>
+
+namespace {
+
+struct Run {
+    int first, last, type;
+    bool operator==(const Run& o) const { return first == o.first && last == o.last && type == o.type; }
+};
+void PrintTo(const Run& r, std::ostream* os) { *os << "(" << r.first << "," << r.last << "," << r.type << ")"; }
+
+std::vector<Run> runs(const Regions& regions)
+{
+    std::vector<Run> out;
+    for (const Pair& p : regions)
+        out.push_back(Run{p.begin(), p.end(), p.type});
+    return out;
+}
+
+struct AreaRow {
+    const char* name;
+    TrackSelection selection;
+    int jumpMask;
+    std::vector<Run> areas;
+};
+void PrintTo(const AreaRow& row, std::ostream* os) { *os << row.name; }
+
+class AreasOfTheDefaultTake : public testing::TestWithParam<AreaRow> {};
+
+// The built-in take's events (see defaulttake.cpp), combined frame by frame.
+TEST_P(AreasOfTheDefaultTake, AreTheRunsWhereNavigationStops)
+{
+    const AreaRow& row = GetParam();
+    const Take take = defaultTake();
+    TAV::Frames tracks;
+    buildTracks(take, row.selection, tracks);
+    EXPECT_EQ(runs(areasOfInterest(mergedRuns(tracks, row.selection.markers, row.selection.rigids), row.jumpMask)),
+              row.areas);
+}
+
+const AreaRow areaRows[] = {
+    {"OneMarkerTwoGaps", {{1}, {}}, 10, {{100, 139, 2}, {400, 405, 2}}},
+    // With a good track beside it, a gap frame is good | missing: still a stop.
+    {"GapsBesideAGoodTrack", {{0, 1}, {}}, 10, {{100, 139, 3}, {400, 405, 3}}},
+    {"PoorRunsButNotFairOnes", {{2}, {}}, 10, {{220, 259, 8}}},
+    {"FairRunsWhenTheMaskAsks", {{2}, {}}, 4, {{300, 349, 4}}},
+    {"RigidBodyGap", {{}, {0}}, 10, {{250, 289, 2}}},
+    {"FilledSamplesAreGood", {{3}, {}}, 10, {{480, 519, 2}}},
+    {"NothingSelected", {{}, {}}, 10, {}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, AreasOfTheDefaultTake, testing::ValuesIn(areaRows),
+                         [](const testing::TestParamInfo<AreaRow>& i) { return std::string(i.param.name); });
+
+TEST(MergedRuns, CoverEveryFrameInOrder)
+{
+    const Take take = defaultTake();
+    const TrackSelection s{{1, 2, 3}, {0, 1}};
+    TAV::Frames tracks;
+    buildTracks(take, s, tracks);
+    const Regions merged = mergedRuns(tracks, s.markers, s.rigids);
+    ASSERT_FALSE(merged.empty());
+    int next = 0;
+    for (const Pair& p : merged) {
+        EXPECT_EQ(p.begin(), next);
+        next = p.end() + 1;
+    }
+    EXPECT_EQ(next, take.frameCount());
+}
+
+TEST(RunTypeName, NamesWhatIsWrongFirst)
+{
+    const std::pair<int, const char*> rows[] = {{1, "good"}, {2, "gap"}, {3, "gap"}, {9, "poor"},
+                                                {10, "gap, poor"}, {5, "fair"}, {0x12, "gap, mixed"}, {0, "none"}};
+    for (const auto& row : rows)
+        EXPECT_EQ(runTypeName(row.first), QString::fromLatin1(row.second)) << "type " << row.first;
+}
+
+} // namespace
