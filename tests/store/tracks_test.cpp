@@ -4,16 +4,6 @@
 
 namespace {
 
-TEST(GetTrack, EmptyStoreSetsOnlyIdAndTime)
-{
-    const TAV::Frames s;
-    TAV::Frame d;
-    EXPECT_TRUE(s.GetTrack(d, 7, TAV::MaskMarkers));
-    EXPECT_EQ(d.id, 7u);
-    EXPECT_EQ(d.time, -1);
-    EXPECT_TRUE(d.markers.isEmpty());
-}
-
 TEST(GetTrack, GathersAnIdFromTheFramesThatHoldIt)
 {
     TAV::Frames s;
@@ -35,11 +25,12 @@ TEST(GetTrack, GathersAnIdFromTheFramesThatHoldIt)
 TEST(GetTrack, MaskSelectsTheKinds)
 {
     const TAV::Frames s = denseStore(4, 3);
-    TAV::Frame both, none;
+    TAV::Frame both, none, fromEmpty;
     none.time = 5;
 
-    s.GetTrack(both, 2, TAV::MaskMarkers | TAV::MaskRigids);
-    s.GetTrack(none, 2, 0);
+    EXPECT_TRUE(s.GetTrack(both, 2, TAV::MaskMarkers | TAV::MaskRigids));
+    EXPECT_TRUE(s.GetTrack(none, 2, 0));
+    EXPECT_TRUE(TAV::Frames().GetTrack(fromEmpty, 2, TAV::MaskMarkers));
 
     EXPECT_EQ(both.markers.size(), 4);
     EXPECT_EQ(both.rigids.size(), 4);
@@ -47,6 +38,9 @@ TEST(GetTrack, MaskSelectsTheKinds)
     EXPECT_TRUE(none.markers.isEmpty() && none.rigids.isEmpty());
     EXPECT_EQ(none.id, 2u);
     EXPECT_EQ(none.time, -1);
+    EXPECT_TRUE(fromEmpty.markers.isEmpty());
+    EXPECT_EQ(fromEmpty.id, 2u);
+    EXPECT_EQ(fromEmpty.time, -1);
 }
 
 TEST(GetTrack, DenseStoreIsReadWithoutDetachingAndTrackAllocatedOnce)
