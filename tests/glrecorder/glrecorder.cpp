@@ -1,0 +1,165 @@
+#include "glrecorder.h"
+
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <sstream>
+#include <utility>
+
+namespace glrec {
+namespace {
+
+Calls& log()
+{
+    static Calls calls;
+    return calls;
+}
+
+void record(const char* name, std::initializer_list<double> args)
+{
+    log().push_back(Call{name, std::vector<double>(args)});
+}
+
+const char* enumName(const std::string& fn, size_t arg, double v)
+{
+    const GLenum e = GLenum(v);
+    if (fn == "glBegin") {
+        switch (e) {
+        case GL_POINTS: return "GL_POINTS";
+        case GL_LINES: return "GL_LINES";
+        case GL_LINE_STRIP: return "GL_LINE_STRIP";
+        case GL_TRIANGLES: return "GL_TRIANGLES";
+        case GL_QUADS: return "GL_QUADS";
+        }
+    } else if (fn == "glEnable" || fn == "glDisable") {
+        switch (e) {
+        case GL_LIGHTING: return "GL_LIGHTING";
+        case GL_DEPTH_TEST: return "GL_DEPTH_TEST";
+        case GL_BLEND: return "GL_BLEND";
+        case GL_POINT_SMOOTH: return "GL_POINT_SMOOTH";
+        case GL_LINE_SMOOTH: return "GL_LINE_SMOOTH";
+        }
+    } else if (fn == "glShadeModel") {
+        switch (e) {
+        case GL_FLAT: return "GL_FLAT";
+        case GL_SMOOTH: return "GL_SMOOTH";
+        }
+    } else if (fn == "glBlendFunc") {
+        switch (e) {
+        case GL_SRC_ALPHA: return "GL_SRC_ALPHA";
+        case GL_ONE_MINUS_SRC_ALPHA: return "GL_ONE_MINUS_SRC_ALPHA";
+        case GL_ONE: return "GL_ONE";
+        case GL_ZERO: return "GL_ZERO";
+        }
+    } else if (fn == "glPolygonMode") {
+        switch (e) {
+        case GL_FRONT: return arg == 0 ? "GL_FRONT" : nullptr;
+        case GL_BACK: return "GL_BACK";
+        case GL_FRONT_AND_BACK: return "GL_FRONT_AND_BACK";
+        case GL_FILL: return "GL_FILL";
+        case GL_LINE: return "GL_LINE";
+        }
+    } else if (fn == "glPushAttrib" && e == GL_ALL_ATTRIB_BITS) {
+        return "GL_ALL_ATTRIB_BITS";
+    }
+    return nullptr;
+}
+
+std::string number(double v)
+{
+    // Shortest exact form: a value that is a float prints as that float.
+    char buf[40];
+    std::snprintf(buf, sizeof buf, double(float(v)) == v ? "%.9g" : "%.17g", v);
+    return buf;
+}
+
+} // namespace
+
+std::string toString(const Call& c)
+{
+    std::string s = c.name + "(";
+    for (size_t i = 0; i < c.args.size(); ++i) {
+        if (i)
+            s += ", ";
+        const char* e = enumName(c.name, i, c.args[i]);
+        s += e ? std::string(e) : number(c.args[i]);
+    }
+    return s + ")";
+}
+
+std::string toString(const Calls& calls)
+{
+    std::string s;
+    for (const Call& c : calls)
+        s += toString(c) + "\n";
+    return s;
+}
+
+void PrintTo(const Call& c, std::ostream* os) { *os << toString(c); }
+
+const Calls& calls() { return log(); }
+
+void reset() { log().clear(); }
+
+int count(const Calls& calls, const std::string& name)
+{
+    int n = 0;
+    for (const Call& c : calls)
+        n += c.name == name;
+    return n;
+}
+
+} // namespace glrec
+
+// The entry points. They keep the system header's declarations (C linkage), so a
+// test executable that links this file resolves the module's calls here.
+extern "C" {
+
+void GLAPIENTRY glBegin(GLenum mode) { glrec::record("glBegin", {double(mode)}); }
+void GLAPIENTRY glEnd(void) { glrec::record("glEnd", {}); }
+void GLAPIENTRY glVertex3f(GLfloat x, GLfloat y, GLfloat z) { glrec::record("glVertex3f", {x, y, z}); }
+void GLAPIENTRY glVertex3d(GLdouble x, GLdouble y, GLdouble z) { glrec::record("glVertex3d", {x, y, z}); }
+void GLAPIENTRY glColor3f(GLfloat r, GLfloat g, GLfloat b) { glrec::record("glColor3f", {r, g, b}); }
+void GLAPIENTRY glColor4f(GLfloat r, GLfloat g, GLfloat b, GLfloat a) { glrec::record("glColor4f", {r, g, b, a}); }
+void GLAPIENTRY glPointSize(GLfloat size) { glrec::record("glPointSize", {size}); }
+void GLAPIENTRY glPolygonMode(GLenum face, GLenum mode) { glrec::record("glPolygonMode", {double(face), double(mode)}); }
+void GLAPIENTRY glPushAttrib(GLbitfield mask) { glrec::record("glPushAttrib", {double(mask)}); }
+void GLAPIENTRY glPopAttrib(void) { glrec::record("glPopAttrib", {}); }
+void GLAPIENTRY glEnable(GLenum cap) { glrec::record("glEnable", {double(cap)}); }
+void GLAPIENTRY glDisable(GLenum cap) { glrec::record("glDisable", {double(cap)}); }
+void GLAPIENTRY glShadeModel(GLenum mode) { glrec::record("glShadeModel", {double(mode)}); }
+void GLAPIENTRY glBlendFunc(GLenum sfactor, GLenum dfactor) { glrec::record("glBlendFunc", {double(sfactor), double(dfactor)}); }
+
+} // extern "C"
+
+namespace glrec {
+
+bool bound(std::string* which)
+{
+    const std::pair<const char*, void*> entries[] = {
+        {"glBegin", reinterpret_cast<void*>(&glBegin)},
+        {"glEnd", reinterpret_cast<void*>(&glEnd)},
+        {"glVertex3f", reinterpret_cast<void*>(&glVertex3f)},
+        {"glVertex3d", reinterpret_cast<void*>(&glVertex3d)},
+        {"glColor3f", reinterpret_cast<void*>(&glColor3f)},
+        {"glColor4f", reinterpret_cast<void*>(&glColor4f)},
+        {"glPointSize", reinterpret_cast<void*>(&glPointSize)},
+        {"glPolygonMode", reinterpret_cast<void*>(&glPolygonMode)},
+        {"glPushAttrib", reinterpret_cast<void*>(&glPushAttrib)},
+        {"glPopAttrib", reinterpret_cast<void*>(&glPopAttrib)},
+        {"glEnable", reinterpret_cast<void*>(&glEnable)},
+        {"glDisable", reinterpret_cast<void*>(&glDisable)},
+        {"glShadeModel", reinterpret_cast<void*>(&glShadeModel)},
+        {"glBlendFunc", reinterpret_cast<void*>(&glBlendFunc)},
+    };
+    for (const auto& e : entries) {
+        if (dlsym(RTLD_DEFAULT, e.first) != e.second) {
+            if (which)
+                *which = e.first;
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace glrec
