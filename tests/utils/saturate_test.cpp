@@ -58,4 +58,23 @@ TEST(Diff32, MatchesThirtyTwoBitDifferenceWithoutOverflow)
     EXPECT_EQ(diff32(std::numeric_limits<int32_t>::min(), 1), std::numeric_limits<int32_t>::max());
 }
 
+TEST(Saturate, DoubleToFloatClampsToTheFiniteRange)
+{
+    EXPECT_EQ(saturate_cast<float>(1.5), 1.5f);
+    EXPECT_EQ(saturate_cast<float>(1e300), std::numeric_limits<float>::max());
+    EXPECT_EQ(saturate_cast<float>(-INFINITY), std::numeric_limits<float>::lowest());
+    EXPECT_EQ(saturate_cast<float>(std::nan("")), 0.0f);
+}
+
+TEST(Add64Sub64, ExactInRangeAndClampedBeyond)
+{
+    const int64_t max = std::numeric_limits<int64_t>::max(), min = std::numeric_limits<int64_t>::min();
+    EXPECT_EQ(add64(1000, 42), 1042);
+    EXPECT_EQ(sub64(-5, 1000), -1005);
+    EXPECT_EQ(add64(max, 1), max);
+    EXPECT_EQ(add64(min, -1), min);
+    EXPECT_EQ(sub64(min, 1), min);
+    EXPECT_EQ(sub64(0, min), max);
+}
+
 } // namespace
