@@ -118,6 +118,10 @@ private:
     void mergeRegions();
     void boundSelectState(size_t frames);
     void selectRegionAt(int current);
+    // NextAOI and PrevAOI: move the view to the next or previous run of interest.
+    void jumpToRun(bool forward);
+    // Proposes a range to the host: a region edit when "modifyRegion" is set, else a selection.
+    void proposeRange(qint64 start, qint64 end);
     int rangeYTr(int mode, float& miny, float& maxy, float minx, float maxx, const TAV::Frames& tracks);
 
     QAction* init_action(const char* text, const char* tip, QAction* a, bool checkable,

@@ -1,0 +1,102 @@
+// The data rectangle the graph wants shown: the frame range chosen by the mode and
+// the y extent of the shown tracks.
+#include "modules/minmax.h"
+#include "modules/tavgraph.h"
+
+#include "utils/saturate.h"
+
+namespace {
+
+// Whether a track of this id is shown in the given kind: every track is when
+// nothing at all is selected.
+bool shownIn(const QList<int>& kind, const QList<int>& markers, const QList<int>& rigids, uint32_t id)
+{
+    return (markers.isEmpty() && rigids.isEmpty()) || kind.contains(int(id));
+}
+
+template <class T>
+void widenBySamples(const QVector<T>& samples, const IdMap<Vector>& offsets, qint64 offsetX, float minx,
+                    float maxx, float& miny, float& maxy)
+{
+    for (const T& s : samples) {
+        const float x = float(sub64(s.time, offsetX));
+        if (minx > x || x > maxx)
+            continue;
+        if (s.cond <= 0)
+            continue;
+        Vector o;
+        offsets.find(int(s.id), o);
+        minmax(Vector(s) - o, miny, maxy);
+    }
+}
+
+} // namespace
+
+int TAVGraph::rangeYTr(int mode, float& miny, float& maxy, float minx, float maxx, const TAV::Frames& tracks)
+{
+    if (mode == 0)
+        return 1;
+    const bool enableMarkers = property<bool>("enableMarkers");
+    const bool enableRigids = property<bool>("enableRigids");
+    for (const TAV::Frame& f : tracks) {
+        if (enableMarkers && shownIn(markers, markers, rigids, f.id))
+            widenBySamples(f.markers, trackOffsets, offsetX, minx, maxx, miny, maxy);
+        if (enableRigids && shownIn(rigids, markers, rigids, f.id))
+            widenBySamples(f.rigids, rbtrackOffsets, offsetX, minx, maxx, miny, maxy);
+    }
+    return 1;
+}
+
+void TAVGraph::Range2D(QRectF* rect, int mode)
+{
+    const qint64 n = framesInfo.size();
+    if (n == 0)
+        return;
+    boundSelectState(size_t(n));
+
+    float minx = 0.0f;
+    float maxx = float(n);
+    if (mode == 2 && isValidRange(int(selectStart), int(selectEnd))) {
+        minx = float(selectStart);
+        maxx = float(selectEnd);
+    } else {
+        const bool modifyRegion = property<bool>("modifyRegion");
+        if (mode == 2 || (mode == 0 && !modifyRegion)) {
+            if (isValidRange(int(framesInfo.head), int(framesInfo.tail))) {
+                minx = float(sub64(framesInfo.head, offsetX));
+                maxx = float(sub64(framesInfo.tail, offsetX));
+            } else {
+                minx = 0.0f;
+            }
+        }
+    }
+
+    float miny = saturate_cast<float>(rect->bottom());
+    float maxy = saturate_cast<float>(rect->top());
+    if (!tracks.isEmpty())
+        rangeYTr(mode, miny, maxy, minx, maxx, tracks);
+
+    if (rect->height() == 0.0) {
+        rect->setBottom(miny);
+        rect->setTop(maxy);
+    }
+    if (rect->width() == 0.0) {
+        rect->setLeft(minx);
+        rect->setRight(maxx);
+    }
+    if (rect->left() > minx)
+        rect->setLeft(minx);
+    if (maxx > rect->right())
+        rect->setRight(maxx);
+
+    if (!property<bool>("enableMarkers") && !property<bool>("enableRigids"))
+        return;
+    if (rect->bottom() > miny)
+        rect->setBottom(miny);
+    if (maxy > rect->top())
+        rect->setTop(maxy);
+    if (mode == 1) {
+        rect->setTop(rect->top() * 5.0);
+        rect->setBottom(rect->bottom() * 5.0);
+    }
+}
