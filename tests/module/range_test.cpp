@@ -1,0 +1,108 @@
+#include "graphfixture.h"
+
+#include <QString>
+
+namespace {
+
+std::string rectText(const QRectF& r)
+{
+    return QString("x %1 top %2 w %3 h %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height()).toStdString();
+}
+
+// Marker track 1: samples at x 0..3, the one at 2 invalid; coordinates from -2 to 3.
+// Rigid track 2: one valid sample at x 1 reaching y 20.
+TAV::Frames rangeTracks()
+{
+    TAV::Frame markers;
+    markers.id = 1;
+    markers.markers = {{1, 0, 0, -2, 0, 1, 1}, {1, 0, 1, 3, 1, 0, 1}, {1, 0, 2, 50, 50, 50, 0}, {1, 0, 3, 1, 1, 1, 1}};
+    TAV::Frame rigids;
+    rigids.id = 2;
+    rigids.rigids = {{2, 0, 0, {-40, 0, 0, 0, 0, 0, 1}, 0}, {2, 0, 1, {0, 20, 0, 0, 0, 0, 1}, 1}};
+    return makeTracks({markers, rigids});
+}
+
+struct RangeRow {
+    const char* name;
+    FramesInfo info;
+    qint64 selectStart, selectEnd;
+    bool modifyRegion, enableMarkers, enableRigids;
+    QList<int> rigids;
+    int mode;
+    QRectF in;
+    QRectF expected;
+};
+
+void PrintTo(const RangeRow& row, std::ostream* os) { *os << row.name; }
+
+class Range2DRows : public testing::TestWithParam<RangeRow> {};
+
+TEST_P(Range2DRows, GrowsTheRectangle)
+{
+    const RangeRow& row = GetParam();
+    TAVGraph graph;
+    TAV::Frames tracks = rangeTracks();
+    graph.SetTracks(&tracks);
+    graph.SetTrackSelection(row.rigids, "rigids");
+    FramesInfo info = row.info;
+    graph.SetFramesInfo(&info);
+    graph.selectStart = row.selectStart;
+    graph.selectEnd = row.selectEnd;
+    graph.ModifyRegion(row.modifyRegion);
+    graph.EnableMarkers(row.enableMarkers);
+    graph.EnableRigids(row.enableRigids);
+
+    QRectF rect = row.in;
+    graph.Range2D(&rect, row.mode);
+    EXPECT_EQ(rectText(rect), rectText(row.expected));
+}
+
+const FramesInfo takeAt1000(1000, 1100, 1010, 1020, 1000, 100.0f);
+const FramesInfo fourFrames(0, 4, 0, 0, 0, 100.0f);
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, Range2DRows,
+    testing::Values(
+        RangeRow{"Mode0HeadTailWithoutModifyRegion", takeAt1000, 0, 0, false, true, true, {}, 0,
+                 QRectF(0, 7, 0, -4), QRectF(10, 7, 10, -4)},
+        RangeRow{"Mode0WholeRangeWithModifyRegion", takeAt1000, 0, 0, true, true, true, {}, 0,
+                 QRectF(0, 7, 0, -4), QRectF(0, 7, 100, -4)},
+        RangeRow{"Mode2SelectionIsAlreadyRelative", takeAt1000, 10, 40, true, true, true, {}, 2,
+                 QRectF(0, 7, 0, -4), QRectF(10, 7, 30, -4)},
+        RangeRow{"Mode2ReversedSelectionIsSwapped", takeAt1000, 40, 10, true, true, true, {}, 2,
+                 QRectF(0, 7, 0, -4), QRectF(10, 7, 30, -4)},
+        RangeRow{"Mode2EmptySelectionFallsBackToHeadTail", takeAt1000, 10, 10, true, true, true, {}, 2,
+                 QRectF(0, 7, 0, -4), QRectF(10, 7, 10, -4)},
+        RangeRow{"Mode1FitsThenScalesFiveFold", fourFrames, 0, 0, true, true, false, {}, 1, QRectF(),
+                 QRectF(0, 15, 4, -25)},
+        RangeRow{"NoSelectionCountsEveryTrack", fourFrames, 0, 0, true, true, true, {}, 1, QRectF(),
+                 QRectF(0, 100, 4, -110)},
+        RangeRow{"OnlyRigidsSelectedSkipsMarkerTracks", fourFrames, 0, 0, true, true, true, {2}, 1, QRectF(),
+                 QRectF(0, 100, 4, -100)},
+        RangeRow{"EdgesCountInvalidSamplesDoNot", fourFrames, 1, 3, true, true, false, {}, 2, QRectF(),
+                 QRectF(1, 3, 2, -3)},
+        RangeRow{"BothKindsOffStillGrowX", fourFrames, 0, 0, true, false, false, {}, 1, QRectF(0, 5, 0, 0),
+                 QRectF(0, 5, 4, 0)},
+        RangeRow{"ExtentOnlyGrows", fourFrames, 0, 0, true, true, false, {}, 1, QRectF(-5, 30, 20, -40),
+                 QRectF(-5, 150, 20, -200)},
+        RangeRow{"NoFramesLeavesRectUntouched", FramesInfo(), 0, 0, true, true, true, {}, 1,
+                 QRectF(1, 2, 3, 4), QRectF(1, 2, 3, 4)},
+        // Beyond float range: the edges clamp to the largest float instead of overflowing.
+        RangeRow{"HugeRectStaysDefined", fourFrames, 0, 0, true, true, true, {}, 1, QRectF(0, 1e300, 10, -2e300),
+                 QRectF(0, 5e300, 10, -1e301)}),
+    [](const testing::TestParamInfo<RangeRow>& i) { return std::string(i.param.name); });
+
+TEST(Range2D, NormalisesTheStoredSelection)
+{
+    TAVGraph graph;
+    FramesInfo info(0, 100);
+    graph.SetFramesInfo(&info);
+    graph.selectStart = 120;
+    graph.selectEnd = -5;
+    QRectF rect;
+    graph.Range2D(&rect, 0);
+    EXPECT_EQ(graph.selectStart, 0);
+    EXPECT_EQ(graph.selectEnd, 99);
+}
+
+} // namespace
