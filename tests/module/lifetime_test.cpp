@@ -1,0 +1,77 @@
+// A host's handlers run inside the graph's emits and may destroy the view; a view
+// may also die while connected. The graph must never touch a dead view.
+#include "graphfixture.h"
+
+#include <QSignalSpy>
+
+namespace {
+
+class ViewLifetime : public GraphWithView {
+protected:
+    ViewLifetime()
+    {
+        setFrames(0, 100, 20, 40);
+        graph->Connected(view);
+        graph->regions.push_back(Pair(0, 9, 1));
+        graph->regions.push_back(Pair(10, 99, 2));
+    }
+};
+
+TEST_F(ViewLifetime, HandlerDeletingTheViewDuringANavigationJump)
+{
+    QObject::connect(graph, &TAVGraph::Select, [this] { delete view.data(); });
+    graph->NextAOI();
+    EXPECT_TRUE(view.isNull());
+    EXPECT_EQ(window->update, 0);
+    EXPECT_TRUE(graph->glw.isNull());
+}
+
+TEST_F(ViewLifetime, HandlerDeletingTheViewDuringASeek)
+{
+    QObject::connect(graph, &TAVGraph::Seek, [this] { delete view.data(); });
+    EXPECT_EQ(graph->MoveCursor(nullptr, true), 1);
+    EXPECT_EQ(window->update, 0);
+}
+
+TEST_F(ViewLifetime, HandlerDeletingTheViewBeforeTheRepaintOfAToggle)
+{
+    QObject::connect(graph, &TAVGraph::EnableOriginal, [this](bool) {
+        EXPECT_EQ(window->update, 0); // the signal comes before the repaint request
+        delete view.data();
+    });
+    graph->ToggleDrawOriginal(true);
+    EXPECT_TRUE(graph->property<bool>("drawOrig"));
+    EXPECT_EQ(window->update, 0);
+}
+
+TEST_F(ViewLifetime, DestroyedViewLeavesTheGraphUnconnected)
+{
+    delete view.data();
+    QSignalSpy select(graph, &TAVGraph::Select);
+    QSignalSpy seek(graph, &TAVGraph::Seek);
+    graph->Redraw();
+    graph->GLWUpdate(nullptr);
+    graph->NextAOI();
+    graph->PrevAOI();
+    graph->SelectRegion();
+    EXPECT_EQ(graph->MoveCursor(nullptr, true), 0);
+    EXPECT_EQ(select.count() + seek.count(), 0);
+    EXPECT_EQ(window->update, 0);
+
+    // Offsets fall back to the current frame.
+    TAV::Frames tracks = makeTracks({makeTrack(1, {1, 1, 1})});
+    graph->SetTracks(&tracks);
+    graph->UpdateTrackOffsets();
+    EXPECT_EQ(graph->trackOffsets.count(1), 1u);
+}
+
+TEST_F(ViewLifetime, ViewWhoseWindowIsGoneDoesNotRepaint)
+{
+    window.reset();
+    graph->Redraw();
+    graph->DataChange();
+    EXPECT_EQ(graph->MoveCursor(nullptr, true), 1); // the cursor reads (0, 0, -1)
+    graph->NextAOI();
+}
+
+} // namespace
