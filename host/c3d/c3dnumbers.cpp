@@ -43,13 +43,6 @@ static float floatFromBits(uint32_t bits)
     return f;
 }
 
-static uint32_t bitsFromFloat(float f)
-{
-    uint32_t bits;
-    std::memcpy(&bits, &f, sizeof bits);
-    return bits;
-}
-
 // VAX F_floating: the first little-endian word holds sign, 8-bit exponent (bias 128)
 // and the high fraction bits, the second the low fraction bits; the value is
 // 0.1fff (binary, hidden leading bit) times 2^(exponent - 128). Exponent 0 is zero,
@@ -80,56 +73,19 @@ float readFloat(const uint8_t* p, Processor processor)
     return 0.0f;
 }
 
-void writeInt16(uint8_t* p, int16_t value, Processor processor)
+void writeInt16LE(uint8_t* p, int16_t value)
 {
     const uint16_t u = uint16_t(value);
-    if (processor == Processor::Mips) {
-        p[0] = uint8_t(u >> 8);
-        p[1] = uint8_t(u);
-    } else {
-        p[0] = uint8_t(u);
-        p[1] = uint8_t(u >> 8);
-    }
+    p[0] = uint8_t(u);
+    p[1] = uint8_t(u >> 8);
 }
 
-// NaN and infinities, which VAX lacks, and values beyond its range are written as
-// the reserved operand; values too small for it as zero.
-static void writeDecFloat(uint8_t* p, float value)
+void writeFloatLE(uint8_t* p, float value)
 {
-    uint32_t high = 0x8000, low = 0;
-    if (std::isfinite(value)) {
-        int e = 0;
-        const float m = std::frexp(std::fabs(value), &e); // |value| = m * 2^e, m in [0.5, 1)
-        if (value == 0.0f || e + 128 < 1) {
-            high = 0;
-        } else if (e + 128 <= 255) {
-            const uint32_t fraction = uint32_t(std::ldexp(m, 24)) & 0x7FFFFF;
-            high = (value < 0 ? 0x8000u : 0u) | uint32_t(e + 128) << 7 | fraction >> 16;
-            low = fraction & 0xFFFF;
-        }
-    }
-    p[0] = uint8_t(high);
-    p[1] = uint8_t(high >> 8);
-    p[2] = uint8_t(low);
-    p[3] = uint8_t(low >> 8);
-}
-
-void writeFloat(uint8_t* p, float value, Processor processor)
-{
-    const uint32_t bits = bitsFromFloat(value);
-    switch (processor) {
-    case Processor::Intel:
-        for (int i = 0; i < 4; ++i)
-            p[i] = uint8_t(bits >> (8 * i));
-        break;
-    case Processor::Mips:
-        for (int i = 0; i < 4; ++i)
-            p[i] = uint8_t(bits >> (8 * (3 - i)));
-        break;
-    case Processor::Dec:
-        writeDecFloat(p, value);
-        break;
-    }
+    uint32_t bits;
+    std::memcpy(&bits, &value, sizeof bits);
+    for (int i = 0; i < 4; ++i)
+        p[i] = uint8_t(bits >> (8 * i));
 }
 
 } // namespace C3D

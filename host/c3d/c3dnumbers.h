@@ -17,7 +17,8 @@ uint16_t readUInt16(const uint8_t* p, Processor processor);
 // Intel: IEEE little-endian; MIPS: IEEE big-endian; DEC: VAX F_floating.
 float readFloat(const uint8_t* p, Processor processor);
 
-void writeInt16(uint8_t* p, int16_t value, Processor processor);
-void writeFloat(uint8_t* p, float value, Processor processor);
+// Files are written for Intel processors only.
+void writeInt16LE(uint8_t* p, int16_t value);
+void writeFloatLE(uint8_t* p, float value);
 
 } // namespace C3D

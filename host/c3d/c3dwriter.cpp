@@ -12,7 +12,6 @@ namespace C3D {
 
 namespace {
 
-constexpr Processor Intel = Processor::Intel;
 constexpr int MaxLink = 32767;
 
 // Builds the records of a parameter section, each linked to the next.
@@ -30,7 +29,7 @@ public:
         dims(body, array ? std::vector<int>{int(values.size())} : std::vector<int>{});
         for (int v : values) {
             uint8_t b[2];
-            writeInt16(b, int16_t(uint16_t(v)), Intel);
+            writeInt16LE(b, int16_t(uint16_t(v)));
             body.insert(body.end(), b, b + 2);
         }
         body.push_back(0);
@@ -41,7 +40,7 @@ public:
     {
         std::vector<uint8_t> body{uint8_t(TypeFloat), 0};
         uint8_t b[4];
-        writeFloat(b, value, Intel);
+        writeFloatLE(b, value);
         body.insert(body.end(), b, b + 4);
         body.push_back(0);
         record(group, name, body);
@@ -77,9 +76,9 @@ public:
     // last record links to nothing.
     std::vector<uint8_t> section()
     {
-        std::vector<uint8_t> out{1, uint8_t(HeaderKey), 0, uint8_t(Intel)};
+        std::vector<uint8_t> out{1, uint8_t(HeaderKey), 0, uint8_t(Processor::Intel)};
         if (lastLink)
-            writeInt16(&bytes[lastLink], 0, Intel);
+            writeInt16LE(&bytes[lastLink], 0);
         out.insert(out.end(), bytes.begin(), bytes.end());
         out.resize((out.size() + BlockSize - 1) / BlockSize * BlockSize, 0);
         out[2] = uint8_t(std::min<size_t>(255, out.size() / BlockSize));
@@ -101,7 +100,7 @@ private:
         bytes.insert(bytes.end(), name.begin(), name.end());
         lastLink = bytes.size();
         uint8_t link[2];
-        writeInt16(link, int16_t(body.size() + 2), Intel);
+        writeInt16LE(link, int16_t(body.size() + 2));
         bytes.insert(bytes.end(), link, link + 2);
         bytes.insert(bytes.end(), body.begin(), body.end());
     }
@@ -145,7 +144,7 @@ std::vector<uint8_t> headerBlock(const WriterSetup& s, int dataBlock)
     std::vector<uint8_t> h(BlockSize, 0);
     h[0] = 2;
     h[1] = uint8_t(HeaderKey);
-    const auto word = [&h](int at, int64_t v) { writeInt16(&h[size_t(at)], int16_t(uint16_t(v)), Intel); };
+    const auto word = [&h](int at, int64_t v) { writeInt16LE(&h[size_t(at)], int16_t(uint16_t(v))); };
     // The header's frame numbers are 16 bits: a longer take is clipped here and
     // complete in TRIAL and POINT:FRAMES.
     const int64_t first = std::min<int64_t>(s.firstFrame, 65535);
@@ -153,9 +152,9 @@ std::vector<uint8_t> headerBlock(const WriterSetup& s, int dataBlock)
     word(2, s.pointCount);
     word(6, first);
     word(8, std::max<int64_t>(last, 0));
-    writeFloat(&h[12], -s.residualScale, Intel);
+    writeFloatLE(&h[12], -s.residualScale);
     word(16, dataBlock);
-    writeFloat(&h[20], float(s.frameRate), Intel);
+    writeFloatLE(&h[20], float(s.frameRate));
     return h;
 }
 
@@ -209,7 +208,7 @@ bool Writer::writeFrame(const float* values)
     if (!file.isOpen() || written >= setup.frameCount)
         return false;
     for (size_t i = 0; i < size_t(setup.pointCount) * 4; ++i)
-        writeFloat(&frameBuffer[i * 4], values[i], Intel);
+        writeFloatLE(&frameBuffer[i * 4], values[i]);
     if (file.write(reinterpret_cast<const char*>(frameBuffer.data()), qint64(frameBuffer.size())) !=
         qint64(frameBuffer.size()))
         return false;

@@ -27,7 +27,7 @@ void setWord(QByteArray& b, int at, int value)
 
 void setFloat(QByteArray& b, int at, float value)
 {
-    C3D::writeFloat(reinterpret_cast<uint8_t*>(b.data() + at), value, C3D::Processor::Intel);
+    C3D::writeFloatLE(reinterpret_cast<uint8_t*>(b.data() + at), value);
 }
 
 struct Damage {

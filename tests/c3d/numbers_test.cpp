@@ -59,41 +59,6 @@ TEST(Numbers, IntegersFollowTheProcessorsByteOrder)
     EXPECT_EQ(C3D::readUInt16(minusOne, Processor::Intel), 65535);
 }
 
-TEST(Numbers, FloatsRoundTripInEveryProcessorFormat)
-{
-    const float values[] = {0.0f, 1.0f, -1.0f, 0.0833333f, -0.0684953f, 123456.78f, -1e-20f, 1e30f};
-    for (Processor p : {Processor::Intel, Processor::Dec, Processor::Mips}) {
-        for (float v : values) {
-            uint8_t b[4];
-            C3D::writeFloat(b, v, p);
-            EXPECT_EQ(C3D::readFloat(b, p), v) << C3D::processorName(p) << " " << v;
-        }
-        uint8_t b[2];
-        C3D::writeInt16(b, -12345, p);
-        EXPECT_EQ(C3D::readInt16(b, p), -12345) << C3D::processorName(p);
-    }
-}
-
-TEST(Numbers, DecHasNoNaNOrInfinity)
-{
-    uint8_t b[4];
-    C3D::writeFloat(b, NaN, Processor::Dec);
-    EXPECT_TRUE(std::isnan(C3D::readFloat(b, Processor::Dec)));
-    C3D::writeFloat(b, std::numeric_limits<float>::infinity(), Processor::Dec);
-    EXPECT_TRUE(std::isnan(C3D::readFloat(b, Processor::Dec)));
-    C3D::writeFloat(b, 1e-45f, Processor::Dec);
-    EXPECT_EQ(C3D::readFloat(b, Processor::Dec), 0.0f);
-}
-
-TEST(Numbers, ProcessorByteMustBe84To86)
-{
-    Processor p = Processor::Intel;
-    EXPECT_FALSE(C3D::processorFromByte(83, p));
-    EXPECT_FALSE(C3D::processorFromByte(87, p));
-    EXPECT_TRUE(C3D::processorFromByte(86, p));
-    EXPECT_EQ(p, Processor::Mips);
-}
-
 struct FourthWord {
     const char* name;
     float stored;

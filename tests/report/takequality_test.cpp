@@ -67,18 +67,6 @@ TEST(TakeQuality, NamesPointsByIdWithoutMarkerInfo)
     EXPECT_EQ(q.markers[1].gaps, 1);
 }
 
-TEST(TakeQuality, TotalSumsMarkersAndKeepsTheLongestGap)
-{
-    const TakeQuality q = takeQuality(letterTake({{"a", "GMMG"}, {"b", "MGGP"}}, 50.0), "t");
-    const MarkerQuality t = q.total();
-    EXPECT_EQ(t.frames, 8);
-    EXPECT_EQ(t.valid, 5);
-    EXPECT_EQ(t.gaps, 2);
-    EXPECT_EQ(t.longestGap, 2);
-    EXPECT_EQ(t.poor, 1);
-    EXPECT_DOUBLE_EQ(t.validPercent(), 62.5);
-}
-
 struct SampleGaps {
     const char* name;
     const char* file;
