@@ -90,16 +90,6 @@ INSTANTIATE_TEST_SUITE_P(
                       {{'N', 3.0f, ""}, {'P', 3.0f, ""}}}),
     [](const testing::TestParamInfo<NavigationRow>& i) { return std::string(i.param.name); });
 
-TEST_F(GraphWithView, NavigationWithoutAViewDoesNothing)
-{
-    graph->regions = fiveRuns;
-    QSignalSpy spy(graph, &TAVGraph::Select);
-    graph->NextAOI();
-    graph->PrevAOI();
-    graph->SelectRegion();
-    EXPECT_EQ(spy.count(), 0);
-}
-
 // A position far outside int range saturates instead of overflowing the subtraction.
 TEST_F(GraphWithView, NavigationFromAnInfinitePositionStaysDefined)
 {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 
 namespace {
 
@@ -32,7 +31,7 @@ TEST(GraphProperties, ConstructorSetsFifteenDefaultsInOrderWithTheirTypes)
     EXPECT_TRUE(graph.objectName().isEmpty());
 }
 
-TEST(GraphProperties, TypedReadsConvertAndReportOk)
+TEST(GraphProperties, TypedReadsConvertAndWritesKeepTheirType)
 {
     TAVGraph graph;
     bool ok = true;
@@ -47,33 +46,13 @@ TEST(GraphProperties, TypedReadsConvertAndReportOk)
     graph.QObject::setProperty("pointSize", QString("three"));
     EXPECT_EQ(graph.property<int>("pointSize", &ok), 0);
     EXPECT_FALSE(ok);
-}
 
-TEST(GraphProperties, TypedWritesStoreTheExactVariantType)
-{
-    TAVGraph graph;
-    // A dynamic property: Qt reports false for those.
+    // Writes store the exact variant type; Qt reports false for a dynamic property.
     EXPECT_FALSE(graph.setProperty<float>("linesLODpx", 0.5f));
     EXPECT_EQ(graph.QObject::property("linesLODpx").userType(), int(QMetaType::Float));
     EXPECT_EQ(graph.property<float>("linesLODpx"), 0.5f);
     graph.setProperty<int>("jumpMask", 2);
     EXPECT_EQ(graph.QObject::property("jumpMask").userType(), int(QMetaType::Int));
-}
-
-TEST(GraphProperties, TogglesWriteTheirPropertyAndOnlyTheirs)
-{
-    TAVGraph graph;
-    graph.ToggleDrawTC(true);
-    graph.ToggleDrawAngles(true);
-    graph.EnableMarkers(false);
-    graph.EnableRigids(false);
-    graph.ModifyRegion(false);
-    EXPECT_TRUE(graph.property<bool>("drawTC"));
-    EXPECT_TRUE(graph.property<bool>("drawRBAxisAngle"));
-    EXPECT_FALSE(graph.property<bool>("drawOrig"));
-    EXPECT_FALSE(graph.property<bool>("enableMarkers"));
-    EXPECT_FALSE(graph.property<bool>("enableRigids"));
-    EXPECT_FALSE(graph.property<bool>("modifyRegion"));
 }
 
 } // namespace
