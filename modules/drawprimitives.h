@@ -1,0 +1,48 @@
+#pragma once
+// The graph's drawing pieces below the graph object: the view's edges as the
+// drawing sees them, the vertices of one sample and one segment, and the colour of
+// a run type. They emit OpenGL immediate-mode calls and hold no state.
+#include "GL/glw.h"
+#include "math/vector.h"
+
+#include <QList>
+#include <QtGlobal>
+
+#include <cstdint>
+
+// The view's size in whole pixels and its data edges, as every drawing step reads them.
+struct ViewEdges {
+    int w = 0, h = 0;
+    float left = 0, right = 0, top = 0, bottom = 0;
+};
+ViewEdges viewEdges(const GLW& glw);
+// A view can be drawn into when it has pixels and finite edges: otherwise point
+// sizes turn NaN and vertices infinite.
+bool drawable(const ViewEdges& e);
+
+// A track is drawn when nothing is selected at all, or when its id is selected.
+inline bool trackShown(const QList<int>& selected, const QList<int>& other, uint32_t id)
+{
+    return (selected.isEmpty() && other.isEmpty()) || selected.contains(int(id));
+}
+
+struct ColorRGB {
+    float r, g, b;
+};
+// Colour of axis 0 (x), 1 (y) or 2 (z) where axes are told apart.
+inline ColorRGB axisColor(int axis)
+{
+    const ColorRGB colours[3] = {{0.8f, 0.f, 0.f}, {0.f, 0.8f, 0.f}, {0.f, 0.f, 0.8f}};
+    return colours[axis];
+}
+
+// One point per bit of channels (1 x, 2 y, 4 z) at x = n, z = 1. Grey, or the
+// rigid-body colour for rb; with rgb each axis in its own colour.
+void draw_v(int n, const Vector& v, const int& channels, bool rgb, bool rb);
+
+// One segment per bit of channels from (n0, v0) to (n1, v1) at z = 1, each axis
+// preceded by its colour. The caller brackets it with glBegin(GL_LINES)/glEnd().
+void draw_line(qint64 n0, qint64 n1, const Vector& v0, const Vector& v1, const int& channels, bool rgb);
+
+// Shade of a run of this type (bit set: 1 good, 2 missing, 4 fair, 8 poor, 16 mixed).
+ColorRGB typeColor(int type);
