@@ -122,13 +122,19 @@ void GLAPIENTRY glVertex3d(GLdouble x, GLdouble y, GLdouble z) { glrec::record("
 void GLAPIENTRY glColor3f(GLfloat r, GLfloat g, GLfloat b) { glrec::record("glColor3f", {r, g, b}); }
 void GLAPIENTRY glColor4f(GLfloat r, GLfloat g, GLfloat b, GLfloat a) { glrec::record("glColor4f", {r, g, b, a}); }
 void GLAPIENTRY glPointSize(GLfloat size) { glrec::record("glPointSize", {size}); }
-void GLAPIENTRY glPolygonMode(GLenum face, GLenum mode) { glrec::record("glPolygonMode", {double(face), double(mode)}); }
+void GLAPIENTRY glPolygonMode(GLenum face, GLenum mode)
+{
+    glrec::record("glPolygonMode", {double(face), double(mode)});
+}
 void GLAPIENTRY glPushAttrib(GLbitfield mask) { glrec::record("glPushAttrib", {double(mask)}); }
 void GLAPIENTRY glPopAttrib(void) { glrec::record("glPopAttrib", {}); }
 void GLAPIENTRY glEnable(GLenum cap) { glrec::record("glEnable", {double(cap)}); }
 void GLAPIENTRY glDisable(GLenum cap) { glrec::record("glDisable", {double(cap)}); }
 void GLAPIENTRY glShadeModel(GLenum mode) { glrec::record("glShadeModel", {double(mode)}); }
-void GLAPIENTRY glBlendFunc(GLenum sfactor, GLenum dfactor) { glrec::record("glBlendFunc", {double(sfactor), double(dfactor)}); }
+void GLAPIENTRY glBlendFunc(GLenum sfactor, GLenum dfactor)
+{
+    glrec::record("glBlendFunc", {double(sfactor), double(dfactor)});
+}
 
 } // extern "C"
 
