@@ -1,6 +1,7 @@
 #include "graphfixture.h"
 
 #include <QSignalSpy>
+#include <QTest>
 
 #include <cmath>
 #include <limits>
@@ -129,8 +130,8 @@ TEST_F(DataChangeWithView, RequestsOneRepaintOnlyWhenConnected)
     EXPECT_EQ(window->update, 2);
 }
 
-// The graph's copy shares the host's frames: reading them for regions, offsets and
-// the data range must never detach it.
+// The graph's copy shares the host's frames: reading them for regions, offsets, the
+// data range and painting (both drawing modes) must never detach it.
 TEST_F(DataChangeWithView, ReadingTheTracksKeepsTheHostStoreShared)
 {
     TAV::Frames host = makeTracks({makeTrack(1, {1, 1, 0, 1}, {1, 1, 1, 1}), makeTrack(2, {1, 1, 1, 1})});
@@ -143,6 +144,19 @@ TEST_F(DataChangeWithView, ReadingTheTracksKeepsTheHostStoreShared)
     QRectF rect;
     graph->Range2D(&rect, 1);
     graph->NextAOI();
+
+    int painted = 0;
+    QObject::connect(window.get(), &GLWindow::Paint2D, graph, [&](GLW* v) {
+        graph->Draw2D(v);
+        ++painted;
+    });
+    window->show();
+    for (bool fast : {false, true}) {
+        graph->setProperty<bool>("fastDraw", fast);
+        const int before = painted;
+        window->update += 1;
+        ASSERT_TRUE(QTest::qWaitFor([&] { return painted > before; }));
+    }
 
     EXPECT_EQ(graph->tracks.constData(), host.constData());
     EXPECT_EQ(graph->tracks.at(0).markers.constData(), host.at(0).markers.constData());
