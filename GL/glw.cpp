@@ -90,7 +90,7 @@ QAction* GLW::NewMouseAction(quint32 binding, quint32 aux, const char* name, QOb
 
     MouseBinding b{a, binding, aux, receiver, QByteArray(), false};
     if (receiver && slot && *slot) {
-        b.method = QMetaObject::normalizedSignature(slot + 1);
+        b.method = QMetaObject::normalizedSignature(slot[0] >= '0' && slot[0] <= '9' ? slot + 1 : slot);
         b.takesMouse = b.method.endsWith("(Mouse*,bool)") &&
                        receiver->metaObject()->indexOfMethod(b.method.constData()) >= 0;
         if (!b.takesMouse)

@@ -127,6 +127,15 @@ bool splitPath(const QString& path, QString& parent, QString& name)
     return true;
 }
 
+// Counts a change and finds the parent that path names (null for a refused path or
+// a missing parent); name receives the last component.
+Entry* changedParent(MenuTree& tree, const QString& path, QString& name)
+{
+    ++tree.update;
+    QString parentPath;
+    return splitPath(path, parentPath, name) ? tree.Find(parentPath) : nullptr;
+}
+
 } // namespace
 
 MenuTree::MenuTree(QObject* parent, const char* name)
@@ -159,11 +168,8 @@ bool MenuTree::Insert(const QString& path, const QString& text, int priority, in
 {
     if (path.isEmpty() || text.isEmpty())
         return false;
-    ++update;
-    QString parentPath, name;
-    if (!splitPath(path, parentPath, name))
-        return false;
-    Entry* parent = Find(parentPath);
+    QString name;
+    Entry* parent = changedParent(*this, path, name);
     return parent && parent->Insert(Entry(name, text, priority, flag));
 }
 
@@ -171,11 +177,8 @@ bool MenuTree::Remove(const QString& path)
 {
     if (path.isEmpty())
         return false;
-    ++update;
-    QString parentPath, name;
-    if (!splitPath(path, parentPath, name))
-        return false;
-    Entry* parent = Find(parentPath);
+    QString name;
+    Entry* parent = changedParent(*this, path, name);
     return parent && parent->Remove(name);
 }
 
