@@ -17,12 +17,14 @@ TAV_BUILD_PACKAGES=(build-essential cmake pkg-config qtbase5-dev libqt5opengl5-d
   libgtest-dev libgmock-dev libbenchmark-dev)
 TAV_RUN_PACKAGES=(xvfb xauth libgl1-mesa-dri libqt5opengl5 fonts-dejavu-core)
 
-# Runs a command with a display: the current one if there is one, else a private Xvfb.
+# Runs a command with a display: the current one if there is one, else a private Xvfb
+# (-noreset: the server must not reset between the many short test processes, or a
+# process that connects during the reset fails).
 tav_with_display() {
   if [ -n "${DISPLAY:-}" ] && [ "${CI:-}" != "true" ]; then
     "$@"
   else
-    xvfb-run -a -s "-screen 0 1920x1080x24 -nolisten tcp" "$@"
+    xvfb-run -a -s "-screen 0 1920x1080x24 -nolisten tcp -noreset" "$@"
   fi
 }
 
