@@ -4,8 +4,20 @@
 
 QString caseName(const PaintCase& c)
 {
-    return QStringLiteral("%1/%2/%3")
-        .arg(c.fast ? "fast" : "exact", c.lines ? "lines" : "points", c.zoomedIn ? "in" : "out");
+    const char* style = c.style == PaintStyle::Lines ? "lines" : c.style == PaintStyle::Runs ? "runs" : "points";
+    return QStringLiteral("%1/%2/%3").arg(c.fast ? "fast" : "exact", style, c.zoomedIn ? "in" : "out");
+}
+
+std::vector<PaintCase> paintCases()
+{
+    std::vector<PaintCase> cases;
+    for (PaintStyle style : {PaintStyle::Points, PaintStyle::Lines})
+        for (bool zoomedIn : {false, true})
+            for (bool fast : {false, true})
+                cases.push_back(PaintCase{fast, style, zoomedIn});
+    for (bool zoomedIn : {false, true})
+        cases.push_back(PaintCase{true, PaintStyle::Runs, zoomedIn});
+    return cases;
 }
 
 GraphView::GraphView(bool withWindow) : glView(new GLW), graphObject(new TAVGraph)
@@ -55,7 +67,9 @@ void GraphView::setUp(const PaintCase& c)
 {
     TAVGraph& g = *graphObject;
     g.setProperty<bool>("fastDraw", c.fast);
-    g.setProperty<float>("linesLODpx", c.lines ? 1e9f : defaultLinesLOD);
+    g.setProperty<float>("linesLODpx", c.style == PaintStyle::Lines ? 1e9f : defaultLinesLOD);
+    g.setProperty<bool>("enableMarkers", c.style != PaintStyle::Runs);
+    g.setProperty<bool>("enableRigids", c.style != PaintStyle::Runs);
     GL::Viewport& vp = glView->viewport;
     fitViewport(vp, whole, PaintWidth, PaintHeight);
     if (c.zoomedIn) {

@@ -12,17 +12,27 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 enum : int { PaintWidth = 1600, PaintHeight = 600, ZoomedInFrames = 500 };
 
+enum class PaintStyle {
+    Points, // the defaults: points, and lines only where the level of detail allows
+    Lines,  // lines at every zoom ("linesLODpx" raised), and the points
+    Runs,   // no tracks: the shaded runs and the cursor alone
+};
+
 // How a paint benchmark sets up the graph and its view.
 struct PaintCase {
-    bool fast;     // the "fastDraw" property
-    bool lines;    // lines at every zoom ("linesLODpx" raised), else the defaults
+    bool fast; // the "fastDraw" property
+    PaintStyle style;
     bool zoomedIn; // ZoomedInFrames in the middle of the take, else the whole take
 };
 // "fast/points/out" and the like: the middle of a benchmark's name.
 QString caseName(const PaintCase& c);
+// The paint cases of the benchmarks, in the order they run. The runs alone are
+// painted the same either way, so only fast.
+std::vector<PaintCase> paintCases();
 
 class GraphView {
 public:

@@ -1,6 +1,6 @@
 // The paint set-ups of the benchmarks, counted through the GL call counter: the
-// counter sees the module's calls, the views show what the benchmark names say,
-// and the lines style does draw lines.
+// counter sees the module's calls, and the views and styles show what the
+// benchmark names say.
 #include "bench/glcount.h"
 #include "bench/graphview.h"
 #include "bench/synthtake.h"
@@ -39,7 +39,7 @@ protected:
 
 TEST_F(PaintCounts, SeeEveryCallTheModuleMakes)
 {
-    const glcount::Counts n = paint(PaintCase{true, true, true});
+    const glcount::Counts n = paint(PaintCase{true, PaintStyle::Lines, true});
     EXPECT_GT(n.vertices, 0);
     EXPECT_GT(n.blocks, 0);
     EXPECT_EQ(n.blocks, n.ends);
@@ -60,7 +60,7 @@ class Zooms : public PaintCounts, public testing::WithParamInterface<ZoomRow> {}
 
 TEST_P(Zooms, ShowWhatTheyAreNamedAfter)
 {
-    g.setUp(PaintCase{GetParam().fast, false, GetParam().zoomedIn});
+    g.setUp(PaintCase{GetParam().fast, PaintStyle::Points, GetParam().zoomedIn});
     const QRectF shown = g.shown();
     const QRectF whole = g.wholeTake();
     if (GetParam().zoomedIn) {
@@ -75,15 +75,21 @@ TEST_P(Zooms, ShowWhatTheyAreNamedAfter)
     EXPECT_GE(shown.bottom(), std::max(whole.top(), whole.bottom()));
 }
 
-TEST_P(Zooms, LinesStyleAddsLinesAtEveryZoom)
+TEST_P(Zooms, StylesDrawWhatTheyAreNamedAfter)
 {
     const bool fast = GetParam().fast, in = GetParam().zoomedIn;
-    const glcount::Counts points = paint(PaintCase{fast, false, in});
-    const glcount::Counts lines = paint(PaintCase{fast, true, in});
+    const glcount::Counts points = paint(PaintCase{fast, PaintStyle::Points, in});
+    const glcount::Counts lines = paint(PaintCase{fast, PaintStyle::Lines, in});
+    const glcount::Counts runs = paint(PaintCase{fast, PaintStyle::Runs, in});
     // Every valid neighbour pair is a segment of 3 axes x 2 vertices: more than the points add.
     EXPECT_GT(lines.vertices, points.vertices + 3 * (in ? ZoomedInFrames : frames));
+    // Without tracks only the runs are left, each a band of 4 vertices where it shows.
+    EXPECT_LT(runs.vertices, points.vertices / 4);
+    if (!in) {
+        EXPECT_GE(runs.vertices, 4 * int(g.graph().regions.size()));
+    }
     // The defaults come back for the next case.
-    EXPECT_EQ(paint(PaintCase{fast, false, in}).vertices, points.vertices);
+    EXPECT_EQ(paint(PaintCase{fast, PaintStyle::Points, in}).vertices, points.vertices);
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, Zooms,
@@ -95,8 +101,8 @@ INSTANTIATE_TEST_SUITE_P(Cases, Zooms,
 // its lines in one block where the exact paint opens one per segment.
 TEST_F(PaintCounts, FastSendsTheSameVerticesWhenAllIsInView)
 {
-    const glcount::Counts exact = paint(PaintCase{false, true, false});
-    const glcount::Counts fast = paint(PaintCase{true, true, false});
+    const glcount::Counts exact = paint(PaintCase{false, PaintStyle::Lines, false});
+    const glcount::Counts fast = paint(PaintCase{true, PaintStyle::Lines, false});
     EXPECT_EQ(fast.vertices, exact.vertices);
     EXPECT_LT(fast.blocks, exact.blocks);
 }
