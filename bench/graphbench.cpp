@@ -23,6 +23,28 @@ benchmark::Counter samples(const TAV::Frames& store)
     return benchmark::Counter(n);
 }
 
+// The share of samples of each run type, to say what the take is like.
+void describeSamples(benchmark::State& state, const TAV::Frames& tracks)
+{
+    double n = 0, missing = 0, poor = 0, fair = 0;
+    const auto count = [&](const auto& samples) {
+        for (const auto& s : samples) {
+            const int type = condition_type(s.cond);
+            ++n;
+            missing += type == RegionMissing;
+            poor += type == RegionPoor;
+            fair += type == RegionFair;
+        }
+    };
+    for (const TAV::Frame& t : tracks) {
+        count(t.markers);
+        count(t.rigids);
+    }
+    state.counters["missing_share"] = missing / n;
+    state.counters["poor_share"] = poor / n;
+    state.counters["fair_share"] = fair / n;
+}
+
 void extract(benchmark::State& state, int frames)
 {
     const Take& take = Stage::instance().take(frames);
@@ -52,6 +74,7 @@ void setTracks(benchmark::State& state, int frames)
         g.graph().SetTracks(&tracks);
     state.counters["samples"] = samples(tracks);
     state.counters["runs"] = benchmark::Counter(double(g.graph().regions.size()));
+    describeSamples(state, tracks);
 }
 
 void readTracks(benchmark::State& state, int frames)

@@ -47,9 +47,9 @@ void forEachCurve(const TAV::Frames& tracks, const TrackSelection& selection, F 
     }
 }
 
-// The colour of an axis in the peers' pictures.
+// The colour of an axis in the peers' pictures: light, to show on the dark ground.
 inline QColor axisColour(int axis)
 {
-    const QColor colours[3] = {QColor(204, 0, 0), QColor(0, 204, 0), QColor(0, 0, 204)};
+    const QColor colours[3] = {QColor(255, 96, 96), QColor(96, 255, 96), QColor(96, 160, 255)};
     return colours[axis];
 }
