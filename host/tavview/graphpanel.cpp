@@ -44,8 +44,10 @@ GraphPanel::GraphPanel(const ModuleRegistry& registry, QWidget* windowParent, QO
 GraphPanel::~GraphPanel()
 {
     delete graphObject;
-    if (glWindow && !glWindow->parent())
+    if (glWindow && !glWindow->parent()) {
+        glWindow->removeEventFilter(this);
         delete glWindow;
+    }
 }
 
 void GraphPanel::SetTake(const Take& take)
@@ -187,7 +189,9 @@ void GraphPanel::onUpdateSelect(qint64 first, qint64 last)
 
 bool GraphPanel::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == glWindow && event->type() == QEvent::Resize) {
+    // The type first: a window being destroyed still sends events, and comparing
+    // with the guarded pointer would cast what is no longer a GLWindow.
+    if (event->type() == QEvent::Resize && watched == glWindow) {
         const auto* e = static_cast<QResizeEvent*>(event);
         if (pendingFit && e->size().width() >= 2 && e->size().height() >= 2)
             fitNow(pendingFit);

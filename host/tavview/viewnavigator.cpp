@@ -25,9 +25,15 @@ ViewNavigator::ViewNavigator(GraphPanel* panel) : QObject(panel), panel(panel)
 
 bool ViewNavigator::eventFilter(QObject* watched, QEvent* event)
 {
+    // Only input events are looked at (and only then is the window compared):
+    // a window being destroyed still sends others.
+    const QEvent::Type type = event->type();
+    if (type != QEvent::Wheel && type != QEvent::MouseButtonPress && type != QEvent::MouseMove &&
+        type != QEvent::MouseButtonRelease)
+        return QObject::eventFilter(watched, event);
     if (!panel || watched != panel->window())
         return QObject::eventFilter(watched, event);
-    switch (event->type()) {
+    switch (type) {
     case QEvent::Wheel:
         wheel(static_cast<QWheelEvent*>(event));
         return true;
