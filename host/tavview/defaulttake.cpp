@@ -28,13 +28,14 @@ const Event events[] = {
     {1, false, 400, 405, 0.f, 0},          // a short one
     {2, false, 220, 259, poor, 0},         // poor samples
     {2, false, 300, 349, fair, 0},         // fair samples
+    {2, false, 560, 575, 0.f, 0},
     {3, false, 150, 179, good, filledFlag}, // filled by a gap filler
     {3, false, 480, 519, 0.f, 0},
     {4, false, 50, 89, fair, 0},
-    {5, false, 30, 34, 0.f, 0},
-    {5, false, 170, 174, 0.f, 0},
-    {5, false, 310, 314, 0.f, 0},
-    {5, false, 450, 454, 0.f, 0},
+    {5, false, 30, 34, poor, 0},
+    {5, false, 170, 174, poor, 0},
+    {5, false, 310, 314, poor, 0},
+    {5, false, 450, 454, poor, 0},
     {0, true, 250, 289, 0.f, 0},
     {1, true, 500, 539, poor, 0},
 };

@@ -12,23 +12,48 @@ const int defaultMarkers = 3;
 
 QString fromStd(const std::string& s) { return QString::fromStdString(s); }
 
-// A sample the graph shades as something other than plainly good.
+// How much a track has to show: 3 gaps, 2 poor samples, 1 fair or filled ones, 0
+// nothing but good samples.
 template <class T>
-bool notPlain(const T& sample)
+int interest(const TAV::Frames& frames, int id, QVector<T> TAV::Frame::*samples)
 {
-    return condition_type(sample.cond) != RegionGood || (sample.flags & 0x10);
-}
-
-template <class T>
-bool hasSomethingToShade(const TAV::Frames& frames, int id, QVector<T> TAV::Frame::*samples)
-{
+    int best = 0;
     for (const TAV::Frame& frame : frames) {
         const QVector<T>& v = frame.*samples;
         const int i = TAV::indexOfId(v, uint32_t(id));
-        if (i >= 0 && notPlain(v.at(i)))
-            return true;
+        if (i < 0)
+            continue;
+        const T& sample = v.at(i);
+        switch (condition_type(sample.cond)) {
+        case RegionMissing:
+            return 3;
+        case RegionPoor:
+            best = std::max(best, 2);
+            break;
+        case RegionFair:
+            best = std::max(best, 1);
+            break;
+        default:
+            if (sample.flags & 0x10)
+                best = std::max(best, 1);
+        }
     }
-    return false;
+    return best;
+}
+
+// The ids of the count most interesting tracks, in id order; among equals the lower ids.
+template <class T>
+QList<int> mostInteresting(const Take& take, const QList<int>& ids, QVector<T> TAV::Frame::*samples, int count)
+{
+    QVector<QPair<int, int>> ranked; // (-interest, id)
+    for (int id : ids)
+        ranked.append({-interest(take.frames, id, samples), id});
+    std::sort(ranked.begin(), ranked.end());
+    QList<int> chosen;
+    for (int i = 0; i < ranked.size() && i < count; ++i)
+        chosen.append(ranked[i].second);
+    std::sort(chosen.begin(), chosen.end());
+    return chosen;
 }
 
 void appendOnce(QList<int>& list, int id)
@@ -77,27 +102,15 @@ QString markerKind(const Take& take, int id)
 
 TrackSelection defaultSelection(const Take& take)
 {
-    TrackSelection s;
-    QList<int> plain;
-    for (int id = 0; id < markerCount(take) && s.markers.size() < defaultMarkers; ++id) {
-        if (markerKind(take, id) != QLatin1String("marker"))
-            continue;
-        if (hasSomethingToShade(take.frames, id, &TAV::Frame::markers))
-            s.markers.append(id);
-        else if (plain.size() < defaultMarkers)
-            plain.append(id);
-    }
-    for (int i = 0; i < plain.size() && s.markers.size() < defaultMarkers; ++i)
-        s.markers.append(plain[i]);
-    std::sort(s.markers.begin(), s.markers.end());
-
+    QList<int> realMarkers, rigidIds;
+    for (int id = 0; id < markerCount(take); ++id)
+        if (markerKind(take, id) == QLatin1String("marker"))
+            realMarkers.append(id);
     for (int id = 0; id < rigidCount(take); ++id)
-        if (hasSomethingToShade(take.frames, id, &TAV::Frame::rigids)) {
-            s.rigids.append(id);
-            break;
-        }
-    if (s.isEmpty() && rigidCount(take) > 0)
-        s.rigids.append(0);
+        rigidIds.append(id);
+    TrackSelection s;
+    s.markers = mostInteresting(take, realMarkers, &TAV::Frame::markers, defaultMarkers);
+    s.rigids = mostInteresting(take, rigidIds, &TAV::Frame::rigids, 1);
     return s;
 }
 

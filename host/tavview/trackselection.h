@@ -23,8 +23,8 @@ QString rigidLabel(const Take& take, int id);
 // points without a kind are markers.
 QString markerKind(const Take& take, int id);
 
-// Up to three real markers and one rigid body, preferring tracks that have
-// something to shade (gaps, poor, fair or filled samples).
+// Up to three real markers and one rigid body, preferring tracks with gaps, then
+// with poor samples, then with fair or filled ones.
 TrackSelection defaultSelection(const Take& take);
 
 // Reads --select tokens: "3", "5-7", "r0" (a rigid body), or a label. On an

@@ -51,7 +51,8 @@ TEST(DefaultTake, HoldsEveryFeatureTheGraphShades)
     EXPECT_TRUE(rigidGap);
 }
 
-TEST(DefaultSelection, PrefersTracksWithSomethingToShade)
+// Markers 1 to 3 have gaps, 5 poor samples, 4 fair ones, 0 nothing.
+TEST(DefaultSelection, PrefersGapsThenPoorThenFairSamples)
 {
     const TrackSelection s = defaultSelection(defaultTake());
     EXPECT_EQ(s.markers, (QList<int>{1, 2, 3}));
@@ -62,7 +63,8 @@ TEST(DefaultSelection, LeavesOutPointsThatAreNotMarkers)
 {
     Take take = defaultTake();
     take.frames.markerInfo[1].options = "kind=angle;units=deg";
-    EXPECT_EQ(defaultSelection(take).markers, (QList<int>{2, 3, 4}));
+    take.frames.markerInfo[3].options = "kind=force";
+    EXPECT_EQ(defaultSelection(take).markers, (QList<int>{2, 4, 5}));
     EXPECT_EQ(markerKind(take, 1), "angle");
     EXPECT_EQ(markerKind(take, 2), "marker");
 }
