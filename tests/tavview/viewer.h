@@ -1,0 +1,63 @@
+#pragma once
+// tavview's main window, shown, with the graph module loaded from tavgraph.so
+// through its Register handshake, exactly as the application does it.
+#include "host/tavview/graphpanel.h"
+#include "host/tavview/mainwindow.h"
+#include "host/tavview/moduleregistry.h"
+
+#include <QGuiApplication>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#define TAV_REQUIRE_GL_DISPLAY()                                                                              \
+    do {                                                                                                      \
+        if (QGuiApplication::platformName() == QLatin1String("offscreen"))                                    \
+            GTEST_SKIP() << "needs a display with OpenGL (run under xvfb-run -a, as test.sh does)";         \
+    } while (0)
+
+class Viewer : public testing::Test {
+protected:
+    ModuleRegistry registry;
+    std::unique_ptr<MainWindow> window;
+    GraphPanel* panel = nullptr;
+    GLWindow* gl = nullptr;
+    GLW* view = nullptr;
+    QObject* graph = nullptr;
+
+    void SetUp() override
+    {
+        TAV_REQUIRE_GL_DISPLAY();
+        QString error;
+        ASSERT_TRUE(registry.Load(QStringLiteral(TAVGRAPH_MODULE), error)) << error.toStdString();
+        window = std::make_unique<MainWindow>(registry);
+        panel = window->panel();
+        gl = panel->window();
+        view = panel->view();
+    }
+
+    void show(const Take& take, const TrackSelection& selection)
+    {
+        window->ShowTake(take, selection);
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        window->activateWindow();
+        gl->setFocus();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        graph = window->findChild<QObject*>(QStringLiteral("graph"));
+        ASSERT_NE(graph, nullptr);
+    }
+
+    // The GL window's widget pixel (y down) that shows graph x at mid height.
+    QPoint pixelAt(double x) const
+    {
+        const int w = int(view->width()), h = int(view->height());
+        const Vector left = view->viewport.Cursor(0, 0, w, h);
+        const Vector right = view->viewport.Cursor(float(w - 1), 0, w, h);
+        const double px = (x - left.x) / (right.x - left.x) * (w - 1);
+        return QPoint(int(std::lround(px)), h / 2);
+    }
+    // Graph x under a widget pixel, as the view maps the mouse.
+    double xAt(const QPoint& p) const { return view->Cursor(float(p.x()), float(gl->height() - 1 - p.y())).x; }
+};
