@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTreeWidget>
 #include <QWheelEvent>
 
@@ -71,6 +72,7 @@ TEST_F(Viewer, NextAndPreviousAreaKeysJumpAndSelectTheGap)
     EXPECT_EQ(pair(selection.last()), qMakePair(qint64(398), qint64(407)));
     EXPECT_EQ(pair(region.last()), qMakePair(qint64(398), qint64(407)));
     EXPECT_EQ(window->selectionLabel()->text(), QStringLiteral("Selection 399 to 408 (10 frames)"));
+    EXPECT_EQ(window->statusBar()->currentMessage(), QStringLiteral("Region 399 to 408 (10 frames)"));
 
     QTest::keyClick(gl, Qt::Key_Period, Qt::ControlModifier);
     EXPECT_FLOAT_EQ(view->viewport.pos.x, 100.25f) << "wraps to the first gap";
@@ -156,6 +158,19 @@ TEST_F(Viewer, ShiftDragSelectsFramesAndTheSelectionSurvivesCursorMoves)
     EXPECT_EQ(panel->selectionLast(), last);
 }
 
+TEST_F(Viewer, MiddleDragPansAndKeepsTheScale)
+{
+    show(defaultTake(), markerOne);
+    const Vector scale = view->viewport.scale;
+    const QPoint a = pixelAt(300), b = a + QPoint(-60, 25);
+    const double x = xAt(a);
+    QTest::mousePress(gl, Qt::MiddleButton, Qt::NoModifier, a);
+    QTest::mouseMove(gl, b);
+    QTest::mouseRelease(gl, Qt::MiddleButton, Qt::NoModifier, b);
+    EXPECT_NEAR(xAt(b), x, 1e-3) << "the frame under the mouse follows it";
+    EXPECT_EQ(view->viewport.scale, scale);
+}
+
 TEST_F(Viewer, WheelZoomsTimeAndCtrlWheelZoomsValues)
 {
     show(defaultTake(), markerOne);
@@ -227,6 +242,18 @@ TEST_F(Viewer, AreasPanelListsTheGapsAndJumpsOnDoubleClick)
     const int w = int(view->width());
     EXPECT_LE(view->viewport.Left(w), 400);
     EXPECT_GE(view->viewport.Right(w), 405);
+}
+
+TEST_F(Viewer, OpeningAFileReplacesTheTake)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    show(defaultTake(), markerOne);
+    ASSERT_TRUE(window->OpenPath(sampleC3D(QStringLiteral("gait-raw.c3d"))));
+    EXPECT_EQ(window->markerList()->count(), 27);
+    EXPECT_EQ(window->rigidList()->count(), 0);
+    EXPECT_EQ(panel->framesInfo().finish, 142);
+    EXPECT_EQ(window->markerList()->selectedItems().size(), 3);
+    EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("gait-raw.c3d")));
 }
 
 TEST_F(Viewer, TrackListsDriveTheGraphsSelection)
