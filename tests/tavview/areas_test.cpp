@@ -58,28 +58,4 @@ const AreaRow areaRows[] = {
 INSTANTIATE_TEST_SUITE_P(Rows, AreasOfTheDefaultTake, testing::ValuesIn(areaRows),
                          [](const testing::TestParamInfo<AreaRow>& i) { return std::string(i.param.name); });
 
-TEST(MergedRuns, CoverEveryFrameInOrder)
-{
-    const Take take = defaultTake();
-    const TrackSelection s{{1, 2, 3}, {0, 1}};
-    TAV::Frames tracks;
-    buildTracks(take, s, tracks);
-    const Regions merged = mergedRuns(tracks, s.markers, s.rigids);
-    ASSERT_FALSE(merged.empty());
-    int next = 0;
-    for (const Pair& p : merged) {
-        EXPECT_EQ(p.begin(), next);
-        next = p.end() + 1;
-    }
-    EXPECT_EQ(next, take.frameCount());
-}
-
-TEST(RunTypeName, NamesWhatIsWrongFirst)
-{
-    const std::pair<int, const char*> rows[] = {{1, "good"}, {2, "gap"}, {3, "gap"}, {9, "poor"},
-                                                {10, "gap, poor"}, {5, "fair"}, {0x12, "gap, mixed"}, {0, "none"}};
-    for (const auto& row : rows)
-        EXPECT_EQ(runTypeName(row.first), QString::fromLatin1(row.second)) << "type " << row.first;
-}
-
 } // namespace

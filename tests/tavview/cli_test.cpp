@@ -260,14 +260,4 @@ TEST(Report, OfManyTakesAsCsvAndSkipsOnlyTheBadOne)
     EXPECT_EQ(lines.filter(QRegularExpression(QStringLiteral("^gait-raw\\.c3d,"))).isEmpty(), false);
 }
 
-TEST(Usage, HelpAndMistakes)
-{
-    const Outcome help = tavview({QStringLiteral("--help")});
-    EXPECT_EQ(help.exitCode, 0);
-    EXPECT_TRUE(help.out.startsWith(QStringLiteral("Usage: tavview"))) << help.out.toStdString();
-    const Outcome wrong = tavview({QStringLiteral("--size"), QStringLiteral("big")});
-    EXPECT_EQ(wrong.exitCode, 2);
-    EXPECT_EQ(wrong.err.count(QLatin1Char('\n')), 1) << wrong.err.toStdString();
-}
-
 } // namespace

@@ -166,11 +166,4 @@ TEST(BuildTracks, OneTrackPerIdWithOnlyTheSelectedKindsAndTheTakesTimes)
     EXPECT_EQ(tracks.property<QList<qint64>>("timeLut"), (QList<qint64>{0, 20000, 40000, 60000}));
 }
 
-TEST(BuildTracks, NoSelectionHandsOverNoTracks)
-{
-    TAV::Frames tracks;
-    buildTracks(defaultTake(), TrackSelection(), tracks);
-    EXPECT_TRUE(tracks.isEmpty());
-}
-
 } // namespace

@@ -47,15 +47,6 @@ TEST_P(ViewCamera, FitShowsTheDataWithRoomAround)
     EXPECT_NEAR(vp.Left(w) + vp.Right(w), 450, 1e-2) << "centred";
 }
 
-TEST_P(ViewCamera, FitOfAnEmptyRectangleStillGivesAFiniteView)
-{
-    fitViewport(vp, QRectF(), w, h);
-    EXPECT_TRUE(std::isfinite(vp.scale.x) && vp.scale.x > 0);
-    EXPECT_TRUE(std::isfinite(vp.scale.y) && vp.scale.y > 0);
-    EXPECT_LT(vp.Left(w), 0);
-    EXPECT_GT(vp.Right(w), 0);
-}
-
 TEST_P(ViewCamera, ZoomKeepsTheDataUnderTheMouse)
 {
     fitViewportExact(vp, 0, 600, 0, 100, w, h);
