@@ -85,10 +85,11 @@ int main(int argc, char** argv)
                         BadUsage);
     }
 
-    const QString modulePath = options.modulePath.isEmpty() ? findModule(executableDir(argv[0])) : options.modulePath;
+    const QString exeDir = executableDir(argv[0]);
+    const QString modulePath = options.modulePath.isEmpty() ? findModule(exeDir) : options.modulePath;
     if (modulePath.isEmpty())
-        return fail(QStringLiteral("cannot find the graph module tavgraph.so (looked in %1); name it with --module PATH")
-                        .arg(moduleCandidates(executableDir(argv[0])).join(QStringLiteral(", "))));
+        return fail(QStringLiteral("cannot find the graph module tavgraph.so (looked in %1); name it with --module")
+                        .arg(moduleCandidates(exeDir).join(QStringLiteral(", "))));
     // Loading the module needs no application object yet, so a wrong module is
     // reported before a missing display is.
     ModuleRegistry registry;

@@ -106,24 +106,25 @@ void MainWindow::buildMenus()
     file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
-    QAction* fitAll = view->addAction(tr("Fit &all frames"), graphPanel, [this] { graphPanel->Fit(1); });
-    fitAll->setObjectName(QStringLiteral("fitall"));
-    fitAll->setShortcut(QKeySequence(Qt::Key_Home));
-    QAction* fitSelection = view->addAction(tr("Fit &selection"), graphPanel, [this] { graphPanel->Fit(2); });
-    fitSelection->setObjectName(QStringLiteral("fitselection"));
-    fitSelection->setShortcut(QKeySequence(Qt::Key_F));
+    auto add = [view](const QString& text, const char* name, const QKeySequence& key) {
+        QAction* a = view->addAction(text);
+        a->setObjectName(QString::fromLatin1(name));
+        a->setShortcut(key);
+        return a;
+    };
+    connect(add(tr("Fit &all frames"), "fitall", Qt::Key_Home), &QAction::triggered, graphPanel,
+            [this] { graphPanel->Fit(1); });
+    connect(add(tr("Fit &selection"), "fitselection", Qt::Key_F), &QAction::triggered, graphPanel,
+            [this] { graphPanel->Fit(2); });
     view->addSeparator();
-    QAction* play = view->addAction(tr("&Play"), player, &Playback::Toggle);
-    play->setObjectName(QStringLiteral("play"));
+    QAction* play = add(tr("&Play"), "play", Qt::Key_Space);
     play->setCheckable(true);
-    play->setShortcut(QKeySequence(Qt::Key_Space));
+    connect(play, &QAction::triggered, player, &Playback::Toggle);
     connect(player, &Playback::PlayingChanged, play, &QAction::setChecked);
-    QAction* next = view->addAction(tr("&Next frame"), graphPanel, [this] { graphPanel->SeekFrame(graphPanel->current() + 1); });
-    next->setObjectName(QStringLiteral("nextframe"));
-    next->setShortcut(QKeySequence(Qt::Key_Right));
-    QAction* prev = view->addAction(tr("P&revious frame"), graphPanel, [this] { graphPanel->SeekFrame(graphPanel->current() - 1); });
-    prev->setObjectName(QStringLiteral("prevframe"));
-    prev->setShortcut(QKeySequence(Qt::Key_Left));
+    connect(add(tr("&Next frame"), "nextframe", Qt::Key_Right), &QAction::triggered, graphPanel,
+            [this] { graphPanel->SeekFrame(graphPanel->current() + 1); });
+    connect(add(tr("P&revious frame"), "prevframe", Qt::Key_Left), &QAction::triggered, graphPanel,
+            [this] { graphPanel->SeekFrame(graphPanel->current() - 1); });
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&Keys and mouse"), this, &MainWindow::showHelp, QKeySequence::HelpContents);

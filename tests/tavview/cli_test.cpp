@@ -83,7 +83,10 @@ double shareOf(const QImage& image, int column, const QColor& c)
 }
 
 // Run colours at alpha 0.5 over the window's clear colour 0.15.
-QColor over(double r, double g, double b) { return QColor::fromRgbF(0.5 * r + 0.075, 0.5 * g + 0.075, 0.5 * b + 0.075); }
+QColor over(double r, double g, double b)
+{
+    return QColor::fromRgbF(0.5 * r + 0.075, 0.5 * g + 0.075, 0.5 * b + 0.075);
+}
 const QColor gapColour = over(0.3, 0.3, 0.3);
 const QColor goodColour = over(0.345, 0.6, 0.85);
 
@@ -229,7 +232,8 @@ TEST(ModuleOption, AWrongPathIsReportedClearly)
         QString path;
         const char* says;
     } rows[] = {
-        {QStringLiteral("/nonexistent/tavgraph.so"), "cannot load the graph module /nonexistent/tavgraph.so: no such file"},
+        {QStringLiteral("/nonexistent/tavgraph.so"),
+         "cannot load the graph module /nonexistent/tavgraph.so: no such file"},
         {QStringLiteral(NOT_A_MODULE), "it exports no init()"},
     };
     for (const auto& row : rows) {
@@ -250,7 +254,7 @@ TEST(Report, OfManyTakesAsCsvAndSkipsOnlyTheBadOne)
     f.write("nope");
     f.close();
     const Outcome r = tavview({QStringLiteral("--report"), QStringLiteral("--csv"), sampleC3D(QStringLiteral("Eb015pi.c3d")),
-                           bad, sampleC3D(QStringLiteral("gait-raw.c3d"))});
+                               bad, sampleC3D(QStringLiteral("gait-raw.c3d"))});
     EXPECT_EQ(r.exitCode, 1) << "one file could not be read";
     EXPECT_TRUE(r.err.contains(QStringLiteral("bad.c3d"))) << r.err.toStdString();
     const QStringList lines = r.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
