@@ -253,8 +253,8 @@ TEST(Report, OfManyTakesAsCsvAndSkipsOnlyTheBadOne)
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
     f.write("nope");
     f.close();
-    const Outcome r = tavview({QStringLiteral("--report"), QStringLiteral("--csv"), sampleC3D(QStringLiteral("Eb015pi.c3d")),
-                               bad, sampleC3D(QStringLiteral("gait-raw.c3d"))});
+    const QString eb015 = sampleC3D(QStringLiteral("Eb015pi.c3d")), gait = sampleC3D(QStringLiteral("gait-raw.c3d"));
+    const Outcome r = tavview({QStringLiteral("--report"), QStringLiteral("--csv"), eb015, bad, gait});
     EXPECT_EQ(r.exitCode, 1) << "one file could not be read";
     EXPECT_TRUE(r.err.contains(QStringLiteral("bad.c3d"))) << r.err.toStdString();
     const QStringList lines = r.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
