@@ -28,8 +28,8 @@ public:
 
 AreasPanel::AreasPanel(QWidget* parent) : QWidget(parent)
 {
-    caption = new QLabel(tr("Runs of the selected tracks combined frame by frame, as the graph shades "
-                            "them (not fused); those where its next/previous-area keys stop."),
+    caption = new QLabel(tr("Where Ctrl+. and Ctrl+, stop: runs of the selected tracks, combined frame "
+                            "by frame as the graph shades them (not fused)."),
                          this);
     caption->setWordWrap(true);
     tree = new QTreeWidget(this);

@@ -80,6 +80,7 @@ MainWindow::MainWindow(const ModuleRegistry& registry, QWidget* parent) : QMainW
     areasDock->setObjectName(QStringLiteral("areasDock"));
     areasDock->setWidget(areasPanel);
     addDockWidget(Qt::RightDockWidgetArea, areasDock);
+    resizeDocks({tracksDock, areasDock}, {220, 330}, Qt::Horizontal);
 
     cursorText = new QLabel(this);
     selectionText = new QLabel(this);

@@ -19,6 +19,8 @@ QImage renderSnapshot(GraphPanel& panel, const QSize& size, QString& error)
         return QImage();
     }
     window->setFixedSize(size);
+    // A picture needs no keyboard: leave the focus where it is on a shared display.
+    window->setAttribute(Qt::WA_ShowWithoutActivating);
     panel.Fit(2);
 
     // Read back inside the paint, once the graph has drawn and before the buffers
