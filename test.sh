@@ -14,10 +14,10 @@ run_suite() {
 
 echo "== normal build"
 run_suite build
-echo "== sanitizer build (address, undefined)"
+echo "== sanitizer build (address, undefined; debug, so Qt's container index checks are on too)"
 # Fast unwinding: a full unwind on every allocation makes Mesa's software rasteriser
 # far too slow; the test main keeps libraries mapped so leak reports still name them.
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:fast_unwind_on_malloc=1
 export LSAN_OPTIONS=suppressions=$PWD/tests/lsan.supp:print_suppressions=0:fast_unwind_on_malloc=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
-run_suite build-asan -DTAV_SANITIZE=ON -DTAV_BUILD_BENCH=OFF
+run_suite build-asan -DTAV_SANITIZE=ON -DTAV_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=Debug
