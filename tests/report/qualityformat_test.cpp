@@ -35,10 +35,4 @@ TEST(QualityFormat, CsvHasATotalRowPerTakeAndQuotesWhereNeeded)
               "\"run \"\"fast\"\".c3d\",C7,3,66.7,1,1,0\n");
 }
 
-TEST(QualityFormat, NoTakesGiveNoTextAndOnlyTheCsvHeading)
-{
-    EXPECT_TRUE(qualityText({}).isEmpty());
-    EXPECT_EQ(qualityCsv({}), "take,marker,frames,valid_percent,gaps,longest_gap,poor\n");
-}
-
 } // namespace

@@ -14,22 +14,11 @@ double frequencyOf(const TAV::Frames& s)
     return v.toDouble();
 }
 
-TEST(FramesFrequency, NewStoreHoldsOnlyAZeroFrequency)
-{
-    const TAV::Frames s;
-    EXPECT_TRUE(s.isEmpty());
-    EXPECT_EQ(s._properties.keys(), QStringList{"frequency"});
-    EXPECT_EQ(frequencyOf(s), 0.0);
-}
-
-TEST(FramesFrequency, CopiesResetItAssignmentKeepsIt)
+TEST(FramesFrequency, CopiesAndMovesResetItAssignmentKeepsIt)
 {
     TAV::Frames source = denseStore(2, 1);
     source.setProperty<double>("frequency", 120.0);
-    source.cameras.push_back(TAV::Camera{1, 0, {}, 1.0f});
     source.markerInfo.emplace_back(1, 2, "head", "");
-    source.trackerInfo.emplace_back(2, "rigid", "helmet", "", std::vector<uint32_t>{1});
-    source.deviceInfo.emplace_back(0xABCDull);
 
     const TAV::Frames copied(source);
     TAV::Frames assigned;
@@ -37,16 +26,13 @@ TEST(FramesFrequency, CopiesResetItAssignmentKeepsIt)
     TAV::Frames moveSource = source;
     const TAV::Frames moved = std::move(moveSource);
 
+    EXPECT_EQ(frequencyOf(TAV::Frames()), 0.0);
     EXPECT_EQ(frequencyOf(copied), 0.0);
     EXPECT_EQ(frequencyOf(moved), 0.0);
     EXPECT_EQ(frequencyOf(assigned), 120.0);
-    EXPECT_EQ(frequencyOf(source), 120.0);
-    for (const TAV::Frames* s : {&copied, const_cast<const TAV::Frames*>(&assigned)}) {
+    for (const TAV::Frames* s : {&copied, static_cast<const TAV::Frames*>(&assigned)}) {
         EXPECT_TRUE(s->isSharedWith(source)) << "the frame vector is shared, not rebuilt";
-        EXPECT_EQ(s->cameras.size(), 1u);
         EXPECT_EQ(s->markerInfo.at(0).name, "head");
-        EXPECT_EQ(s->trackerInfo.at(0).marker_ids, std::vector<uint32_t>{1});
-        EXPECT_EQ(s->deviceInfo.at(0).hw_id, 0xABCDull);
     }
 }
 
@@ -60,31 +46,23 @@ void PrintTo(const Index& row, std::ostream* os) { *os << row.name; }
 
 class FrameIndex : public testing::TestWithParam<Index> {};
 
-TEST_P(FrameIndex, GetFrameReadsOnlyValidIndices)
-{
-    const TAV::Frames s = denseStore(3, 2);
-    TAV::Frame f;
-    f.id = 77;
-
-    EXPECT_EQ(s.GetFrame(f, GetParam().n), GetParam().valid);
-    EXPECT_EQ(f.id, GetParam().valid ? uint32_t(GetParam().n) : 77u);
-    if (GetParam().valid) {
-        EXPECT_TRUE(f.markers.isSharedWith(s.at(GetParam().n).markers));
-    }
-}
-
-TEST_P(FrameIndex, SetFrameWritesOnlyValidIndices)
+TEST_P(FrameIndex, GetAndSetFrameTakeOnlyValidIndices)
 {
     TAV::Frames s = denseStore(3, 2);
     const TAV::Frames other = s;
     TAV::Frame f;
     f.id = 77;
 
+    EXPECT_EQ(s.GetFrame(f, GetParam().n), GetParam().valid);
+    EXPECT_EQ(f.id, GetParam().valid ? uint32_t(GetParam().n) : 77u);
+    EXPECT_TRUE(s.isSharedWith(other)) << "a read never detaches";
+
+    f.id = 77;
     EXPECT_EQ(s.SetFrame(f, GetParam().n), GetParam().valid);
     EXPECT_EQ(s.isSharedWith(other), !GetParam().valid) << "a write detaches, a refusal does not";
     for (int i = 0; i < s.size(); ++i) {
         EXPECT_EQ(s.at(i).id, i == GetParam().n ? 77u : uint32_t(i));
-        EXPECT_EQ(other.at(i).id, uint32_t(i));
+        EXPECT_EQ(other.at(i).id, uint32_t(i)) << "the other side is unchanged";
     }
 }
 
@@ -106,22 +84,10 @@ TEST(FramesSetData, WritesTrackSamplesBackIntoTheirFrames)
     EXPECT_TRUE(s.SetData(track, TAV::MaskMarkers));
 
     EXPECT_EQ(s.at(0).markers.at(1).x, 2.0f);
-    EXPECT_EQ(s.at(1).markers.at(1).x, 101.0f) << "id 8 is absent from frame 1: dropped";
-    EXPECT_EQ(s.at(2).markers.at(1).x, 5.0f) << "times -1 and 3 are skipped and the walk goes on";
+    EXPECT_EQ(s.at(2).markers.at(1).x, 5.0f) << "times -1 and 3 and the absent id 8 are skipped";
     EXPECT_EQ(s.at(0).rigids.at(1).pose[0], 1.0f) << "rigids are outside the mask";
     EXPECT_EQ(other.at(0).markers.at(1).x, 1.0f) << "the store it shared with is unchanged";
     EXPECT_TRUE(s.at(1).markers.isSharedWith(other.at(1).markers)) << "an unwritten frame stays shared";
-}
-
-TEST(FramesSetData, MaskZeroWritesNothing)
-{
-    TAV::Frames s = denseStore(2, 2);
-    const TAV::Frames other = s;
-    TAV::Frame track;
-    track.markers.append(marker(0, 0, 9.0f));
-
-    EXPECT_TRUE(s.SetData(track, 0));
-    EXPECT_TRUE(s.isSharedWith(other));
 }
 
 TEST(FramesSetData, StoreFrameAsTrackWritesItselfBack)
@@ -136,38 +102,18 @@ TEST(FramesSetData, StoreFrameAsTrackWritesItselfBack)
     EXPECT_EQ(s.at(1).markers.at(0).x, 55.0f);
 }
 
-TEST(FramesGetTime, ListsFrameTimesInOrder)
-{
-    TAV::Frames s;
-    EXPECT_TRUE(s.GetTime().isEmpty());
-    for (qint64 t : {10, 20, 30}) {
-        TAV::Frame f;
-        f.time = t;
-        s.append(f);
-    }
-    EXPECT_EQ(s.GetTime(), (QList<qint64>{10, 20, 30}));
-}
-
 TEST(FramesProperty, ReadsExactConvertedOrDefault)
 {
     TAV::Frames s;
-    s.setProperty<QList<qint64>>("timeLut", {5, 6});
     s.setProperty<int>("count", 3);
     s.setProperty<QString>("label", QString("not a number"));
     bool ok = true;
 
-    EXPECT_TRUE(s.property<QList<qint64>>("absent", &ok).isEmpty());
-    EXPECT_FALSE(ok);
-    EXPECT_EQ(s.property<QList<qint64>>("timeLut", &ok), (QList<qint64>{5, 6}));
-    EXPECT_TRUE(ok);
     EXPECT_EQ(s.property<double>("count", &ok), 3.0);
     EXPECT_TRUE(ok);
     EXPECT_EQ(s.property<double>("label", &ok), 0.0);
     EXPECT_FALSE(ok);
-    EXPECT_EQ(s.property<double>("frequency"), 0.0) << "the flag pointer may be left out";
-
-    s.setProperty<int>("count", 4);
-    EXPECT_EQ(s.property<int>("count"), 4);
+    EXPECT_TRUE(s.property<QList<qint64>>("absent").isEmpty()) << "the flag pointer may be left out";
 }
 
 } // namespace

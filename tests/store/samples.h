@@ -4,9 +4,9 @@
 
 #include <vector>
 
-inline TAV::Marker marker(uint32_t id, int64_t time, float x = 0, float cond = 1.5f)
+inline TAV::Marker marker(uint32_t id, int64_t time, float x = 0)
 {
-    return TAV::Marker{id, 0, time, x, 0, 0, cond};
+    return TAV::Marker{id, 0, time, x, 0, 0, 1.5f};
 }
 
 inline TAV::Rigid rigid(uint32_t id, int64_t time, float x = 0)
@@ -28,14 +28,6 @@ inline std::vector<uint32_t> idsOf(const TAV::Markers& v)
     for (const TAV::Marker& m : v)
         ids.push_back(m.id);
     return ids;
-}
-
-inline std::vector<int64_t> timesOf(const TAV::Markers& v)
-{
-    std::vector<int64_t> times;
-    for (const TAV::Marker& m : v)
-        times.push_back(m.time);
-    return times;
 }
 
 // Every frame holds markers and rigid bodies 0..ids-1 at their index; x = 100 * frame + id.

@@ -2,56 +2,57 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
 
 // A track of marker 1 with the given frame times and x = 1000 + time.
-TAV::Markers editedTrack(std::initializer_list<int64_t> times, uint32_t id = 1)
+TAV::Markers editedTrack(const std::vector<int64_t>& times)
 {
     TAV::Markers track;
     for (int64_t t : times)
-        track.append(marker(id, t, float(1000 + t)));
+        track.append(marker(1, t, float(1000 + t)));
     return track;
 }
 
 float xAt(const TAV::Frames& s, int frame, int id) { return s.at(frame).markers.at(id).x; }
 
-TEST(SparseSwap, ExchangesUntilATimeNamesNoFrame)
+struct Stop {
+    const char* name;
+    std::vector<int64_t> times;
+    int swapped; // samples exchanged before the stop
+};
+
+void PrintTo(const Stop& row, std::ostream* os) { *os << row.name; }
+
+class SparseSwapStops : public testing::TestWithParam<Stop> {};
+
+// The first sample whose time names no frame, or whose id the frame lacks, ends the
+// swap with false; exchanges made before it stay, none is made after it.
+TEST_P(SparseSwapStops, AtTheFirstSampleWithoutAPlace)
 {
-    TAV::Frames s = denseStore(5, 3);
-    TAV::Markers track = editedTrack({0, 2, 5});
-
-    EXPECT_FALSE(TAV::sparse_swap(track, s));
-
-    EXPECT_EQ(xAt(s, 0, 1), 1000.0f);
-    EXPECT_EQ(xAt(s, 2, 1), 1002.0f);
-    EXPECT_EQ(track.at(0).x, 1.0f) << "the track now holds the frame's former sample";
-    EXPECT_EQ(track.at(1).x, 201.0f);
-    EXPECT_EQ(track.at(2).x, 1005.0f) << "no roll-back, no further exchange";
-}
-
-TEST(SparseSwap, NegativeTimeStopsLikeOutOfRange)
-{
-    TAV::Frames s = denseStore(3, 3);
+    TAV::Frames s = denseStore(4, 3);
+    s[3].markers = markers({0, 2}, 3);
     const TAV::Frames before = s;
-    TAV::Markers track = editedTrack({-1, 0});
+    TAV::Markers track = editedTrack(GetParam().times);
 
     EXPECT_FALSE(TAV::sparse_swap(track, s));
 
-    EXPECT_TRUE(s.isSharedWith(before)) << "nothing was written";
-    EXPECT_EQ(track.at(1).x, 1000.0f);
+    for (int i = 0; i < track.size(); ++i) {
+        const int64_t t = track.at(i).time;
+        const bool swapped = i < GetParam().swapped;
+        EXPECT_EQ(track.at(i).x, swapped ? float(100 * t + 1) : float(1000 + t)) << "sample " << i;
+        if (swapped) {
+            EXPECT_EQ(xAt(s, int(t), 1), float(1000 + t));
+        }
+    }
+    EXPECT_EQ(s.isSharedWith(before), GetParam().swapped == 0) << "only a write detaches";
 }
 
-TEST(SparseSwap, AbsentIdStopsAtThatSample)
-{
-    TAV::Frames s = denseStore(3, 3);
-    s[1].markers = markers({0, 2}, 1);
-    TAV::Markers track = editedTrack({0, 1, 2});
-
-    EXPECT_FALSE(TAV::sparse_swap(track, s));
-
-    EXPECT_EQ(xAt(s, 0, 1), 1000.0f);
-    EXPECT_EQ(xAt(s, 2, 1), 201.0f);
-}
+INSTANTIATE_TEST_SUITE_P(Store, SparseSwapStops,
+                         testing::Values(Stop{"PastTheEnd", {0, 2, 4, 1}, 2}, Stop{"NegativeTime", {-1, 0}, 0},
+                                         Stop{"AbsentId", {0, 3, 1}, 1}, Stop{"EmptyTrack", {}, 0}),
+                         [](const testing::TestParamInfo<Stop>& i) { return std::string(i.param.name); });
 
 TEST(SparseSwap, SwappingTwiceRestoresBothSides)
 {
@@ -73,48 +74,23 @@ TEST(SparseSwap, SwappingTwiceRestoresBothSides)
         EXPECT_EQ(track.at(i).x, edited.at(i).x);
 }
 
-TEST(SparseSwapFrame, MarkersOrElseRigidsNeverBoth)
+// A frame swaps its rigid bodies only when its marker swap stopped; the exchanges
+// made before the stop stay.
+TEST(SparseSwap, FramesSwapMarkersOrElseRigids)
 {
     TAV::Frames s = denseStore(3, 2);
-    TAV::Frame withMarkers;
-    withMarkers.markers = editedTrack({0});
-    withMarkers.rigids.append(rigid(1, 0, 77.0f));
-    TAV::Frame rigidsOnly;
-    rigidsOnly.rigids.append(rigid(1, 2, 88.0f));
-    TAV::Frame failingMarkers;
-    failingMarkers.markers = editedTrack({1, 9});
-    failingMarkers.rigids.append(rigid(0, 1, 99.0f));
+    TAV::Frames tracks;
+    tracks.resize(2);
+    tracks[0].markers = editedTrack({0});
+    tracks[0].rigids.append(rigid(1, 0, 77.0f));
+    tracks[1].markers = editedTrack({1, 9});
+    tracks[1].rigids.append(rigid(0, 1, 99.0f));
 
-    EXPECT_TRUE(TAV::sparse_swap(withMarkers, s));
-    EXPECT_TRUE(s.SparseSwap(rigidsOnly));
-    EXPECT_TRUE(s.SparseSwap(failingMarkers));
+    EXPECT_TRUE(s.SparseSwap(tracks));
 
-    EXPECT_EQ(s.at(0).rigids.at(1).pose[0], 1.0f) << "rigids stay when the markers all swapped";
-    EXPECT_EQ(s.at(2).rigids.at(1).pose[0], 88.0f);
-    EXPECT_EQ(xAt(s, 1, 1), 1001.0f) << "the marker exchange made before the stop stays";
+    EXPECT_EQ(s.at(0).rigids.at(1).pose[0], 1.0f);
+    EXPECT_EQ(xAt(s, 1, 1), 1001.0f);
     EXPECT_EQ(s.at(1).rigids.at(0).pose[0], 99.0f);
-    TAV::Markers empty;
-    EXPECT_FALSE(TAV::sparse_swap(empty, s));
-}
-
-TEST(SparseSwapStore, TrueForAnyNonEmptyStoreOfTracks)
-{
-    TAV::Frames s = denseStore(2, 2);
-    TAV::Frames none;
-    TAV::Frames failing;
-    TAV::Frame bad;
-    bad.markers = editedTrack({5});
-    failing.append(bad);
-    failing.append(TAV::Frame());
-    TAV::Frames good;
-    good.resize(1);
-    s.GetTrack(good[0], 1, TAV::MaskMarkers);
-    good[0].markers[1].x = 5.0f;
-
-    EXPECT_FALSE(TAV::sparse_swap(none, s));
-    EXPECT_TRUE(TAV::sparse_swap(failing, s));
-    EXPECT_TRUE(s.SparseSwap(good));
-    EXPECT_EQ(xAt(s, 1, 1), 5.0f);
 }
 
 } // namespace
