@@ -1,0 +1,92 @@
+#include "host/tavview/hover.h"
+
+#include <cmath>
+
+namespace {
+
+bool shownTrack(const QList<int>& own, const ShownTracks& s, int id)
+{
+    return (s.markers.isEmpty() && s.rigids.isEmpty()) || own.contains(id);
+}
+
+template <class T>
+void pickIn(const QVector<T>& samples, bool rigid, const QMap<int, Vector>& offsets, const ShownTracks& shown,
+            const PixelMap& map, QPointF mouse, double maxPixels, HoverHit& best)
+{
+    for (const T& s : samples) {
+        if (s.cond <= 0)
+            continue;
+        const QPointF p0 = map.toPixel(double(s.time), 0);
+        if (std::fabs(p0.x() - mouse.x()) > maxPixels)
+            continue;
+        if (!rigid && !shown.enableFill && (s.flags & 0x10))
+            continue;
+        const Vector v(s), o = offsets.value(int(s.id));
+        const float coord[3] = {v.x, v.y, v.z}, off[3] = {o.x, o.y, o.z};
+        for (int axis = 0; axis < 3; ++axis) {
+            if (!(shown.axisMask & (1 << axis)))
+                continue;
+            const QPointF p = map.toPixel(double(s.time), double(coord[axis] - off[axis]));
+            const double d = std::hypot(p.x() - mouse.x(), p.y() - mouse.y());
+            if (d <= maxPixels && (!best.found || d < best.distance))
+                best = HoverHit{true, rigid, int(s.id), axis, s.time, coord[axis], d};
+        }
+    }
+}
+
+} // namespace
+
+PixelMap pixelMap(const GL::Viewport& viewport, int w, int h)
+{
+    PixelMap m;
+    const Vector o = viewport.Cursor(0, 0, w, h), one = viewport.Cursor(1, 1, w, h);
+    m.x0 = o.x;
+    m.y0 = o.y;
+    m.sx = 1.0 / (double(one.x) - o.x);
+    m.sy = 1.0 / (double(one.y) - o.y);
+    return m;
+}
+
+TrackOffsets offsetsAt(const TAV::Frames& tracks, qint64 index, qint64 frameCount)
+{
+    TrackOffsets o;
+    index = qBound<qint64>(0, index, frameCount - 1);
+    for (const TAV::Frame& t : tracks) {
+        if (index < t.markers.size() && t.markers.at(int(index)).cond > 0)
+            o.markers[int(t.markers.at(int(index)).id)] = Vector(t.markers.at(int(index)));
+        if (index < t.rigids.size() && t.rigids.at(int(index)).cond > 0)
+            o.rigids[int(t.rigids.at(int(index)).id)] = Vector(t.rigids.at(int(index)));
+    }
+    return o;
+}
+
+HoverHit pickSample(const TAV::Frames& tracks, const ShownTracks& shown, const PixelMap& map, QPointF mouse,
+                    double maxPixels)
+{
+    HoverHit best;
+    for (const TAV::Frame& t : tracks) {
+        if (shown.enableMarkers && shownTrack(shown.markers, shown, int(t.id)))
+            pickIn(t.markers, false, shown.offsets.markers, shown, map, mouse, maxPixels, best);
+        if (shown.enableRigids && shownTrack(shown.rigids, shown, int(t.id)))
+            pickIn(t.rigids, true, shown.offsets.rigids, shown, map, mouse, maxPixels, best);
+    }
+    return best;
+}
+
+QString hoverText(const HoverHit& hit, const QString& name, const QString& units, const TimeScale& scale)
+{
+    const qint64 frame = scale.firstFrame + hit.index;
+    QString when;
+    if (scale.rate > 0)
+        when = scale.labels == TimeLabels::Timecode
+                   ? timecodeText(frame, scale.rate)
+                   : QStringLiteral("%1 s").arg(double(hit.index) / scale.rate, 0, 'f', 3);
+    return QStringLiteral("%1 (%2 %3)\n%4 = %5%6\nframe %7%8")
+        .arg(name, hit.rigid ? QStringLiteral("rigid body") : QStringLiteral("marker"))
+        .arg(hit.id)
+        .arg(QLatin1Char("xyz"[hit.axis]))
+        .arg(double(hit.value), 0, 'f', 2)
+        .arg(units.isEmpty() ? QString() : QLatin1Char(' ') + units)
+        .arg(frame)
+        .arg(when.isEmpty() ? QString() : QStringLiteral(", ") + when);
+}
