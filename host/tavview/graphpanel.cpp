@@ -93,9 +93,15 @@ int GraphPanel::jumpMask() const { return graphObject ? graphObject->property("j
 QRectF GraphPanel::DataRange(int mode) const
 {
     QRectF rect;
-    if (graphObject)
-        QMetaObject::invokeMethod(graphObject.data(), "Range2D", Qt::DirectConnection, Q_ARG(QRectF*, &rect),
-                                  Q_ARG(int, mode));
+    if (!graphObject)
+        return rect;
+    QMetaObject::invokeMethod(graphObject.data(), "Range2D", Qt::DirectConnection, Q_ARG(QRectF*, &rect),
+                              Q_ARG(int, mode));
+    // No sample to fit: the graph's own value range, which it keeps for its host.
+    if (rect.height() == 0) {
+        rect.setTop(graphObject->property("maximumY").toDouble());
+        rect.setBottom(graphObject->property("minimumY").toDouble());
+    }
     return rect;
 }
 

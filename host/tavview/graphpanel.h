@@ -41,7 +41,8 @@ public:
     qint64 selectionLast() const { return selLast; }
     int jumpMask() const;
 
-    // The data rectangle the graph asks for (its Range2D) in the given mode.
+    // The data rectangle the graph asks for (its Range2D) in the given mode; with
+    // no sample to fit, its values span the graph's "minimumY" to "maximumY".
     QRectF DataRange(int mode) const;
 
 public slots:

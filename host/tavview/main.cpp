@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QSettings>
 
 #include <cstdio>
 
@@ -101,6 +102,7 @@ int main(int argc, char** argv)
 
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tavview"));
+    QApplication::setOrganizationName(QStringLiteral("tavgraph"));
 
     if (!options.snapshotPath.isEmpty()) {
         GraphPanel panel(registry);
@@ -114,9 +116,17 @@ int main(int argc, char** argv)
         return Ok;
     }
 
+    // Preferences live in the user's settings; the command line still says what to show.
+    QSettings settings;
     MainWindow window(registry);
+    window.ApplyPreferences(readPreferences(settings));
     window.ShowTake(take, selection);
+    if (!options.files.isEmpty())
+        window.RememberFile(options.files.first());
     window.panel()->SeekFrame(cursor);
     window.show();
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, [&] {
+        writePreferences(settings, window.CurrentPreferences());
+    });
     return app.exec();
 }

@@ -2,6 +2,7 @@
 
 #include "host/tavview/areas.h"
 #include "host/tavview/areaspanel.h"
+#include "host/tavview/grapharea.h"
 #include "host/tavview/graphpanel.h"
 #include "host/tavview/playback.h"
 #include "host/tavview/viewnavigator.h"
@@ -59,7 +60,8 @@ MainWindow::MainWindow(const ModuleRegistry& registry, QWidget* parent) : QMainW
     graphPanel = new GraphPanel(registry, this, this);
     player = new Playback(graphPanel);
     new ViewNavigator(graphPanel);
-    setCentralWidget(graphPanel->window());
+    area = new GraphArea(registry, graphPanel, this);
+    setCentralWidget(area);
 
     auto* tracks = new QWidget(this);
     markers = makeTrackList(QStringLiteral("markers"), tracks);
@@ -84,7 +86,9 @@ MainWindow::MainWindow(const ModuleRegistry& registry, QWidget* parent) : QMainW
 
     cursorText = new QLabel(this);
     selectionText = new QLabel(this);
+    selectionTime = new QLabel(this);
     statusBar()->addPermanentWidget(selectionText);
+    statusBar()->addPermanentWidget(selectionTime);
     statusBar()->addPermanentWidget(cursorText);
 
     connect(markers, &QListWidget::itemSelectionChanged, this, &MainWindow::trackListChanged);
@@ -94,6 +98,9 @@ MainWindow::MainWindow(const ModuleRegistry& registry, QWidget* parent) : QMainW
     connect(graphPanel, &GraphPanel::RegionChanged, this, &MainWindow::showRegion);
     connect(graphPanel, &GraphPanel::RunsChanged, this, &MainWindow::updateAreas);
     connect(areasPanel, &AreasPanel::AreaActivated, this, &MainWindow::jumpToArea);
+    connect(area, &GraphArea::Message, this, [this](const QString& text) {
+        statusBar()->showMessage(text, regionMessageMs);
+    });
 
     buildMenus();
     resize(1400, 760);
@@ -103,6 +110,9 @@ void MainWindow::buildMenus()
 {
     QMenu* file = menuBar()->addMenu(tr("&File"));
     file->addAction(tr("&Open..."), this, &MainWindow::openFile, QKeySequence::Open);
+    recentMenu = file->addMenu(tr("Open &Recent"));
+    recentMenu->setObjectName(QStringLiteral("recent"));
+    fillRecentMenu();
     file->addSeparator();
     file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
 
@@ -117,6 +127,9 @@ void MainWindow::buildMenus()
             [this] { graphPanel->Fit(1); });
     connect(add(tr("Fit &selection"), "fitselection", Qt::Key_F), &QAction::triggered, graphPanel,
             [this] { graphPanel->Fit(2); });
+    secondsAction = add(tr("Time in s&econds"), "seconds", QKeySequence());
+    secondsAction->setCheckable(true);
+    connect(secondsAction, &QAction::toggled, area, &GraphArea::SetSecondsAxis);
     view->addSeparator();
     QAction* play = add(tr("&Play"), "play", Qt::Key_Space);
     play->setCheckable(true);
@@ -204,10 +217,15 @@ void MainWindow::trackListChanged()
 
 QString MainWindow::frameText(qint64 index) const { return QString::number(graphPanel->take().firstFrame + index); }
 
+double MainWindow::secondsAt(qint64 index) const
+{
+    return index >= 0 && index < frameTimes.size() ? frameTimes.at(int(index)) * 1e-6 : 0.0;
+}
+
 void MainWindow::showCursor()
 {
     const qint64 i = graphPanel->current();
-    const double seconds = i >= 0 && i < frameTimes.size() ? frameTimes.at(int(i)) * 1e-6 : 0.0;
+    const double seconds = secondsAt(i);
     cursorText->setText(tr("Frame %1 (%2 of %3)   %4 s")
                             .arg(frameText(i))
                             .arg(i + 1)
@@ -220,6 +238,7 @@ void MainWindow::showSelection(qint64 first, qint64 last)
     selectionText->setText(tr("Selection %1 to %2 (%3 frames)")
                                .arg(frameText(first), frameText(last))
                                .arg(last - first + 1));
+    selectionTime->setText(tr("%1 to %2 s").arg(secondsAt(first), 0, 'f', 3).arg(secondsAt(last), 0, 'f', 3));
 }
 
 void MainWindow::showRegion(qint64 first, qint64 last)
@@ -261,5 +280,59 @@ bool MainWindow::OpenPath(const QString& path)
         return false;
     }
     ShowTake(take, defaultSelection(take));
+    RememberFile(path);
     return true;
+}
+
+void MainWindow::RememberFile(const QString& path)
+{
+    recent = withRecentFile(recent, path);
+    fillRecentMenu();
+}
+
+void MainWindow::fillRecentMenu()
+{
+    recentMenu->clear();
+    for (const QString& path : recent)
+        recentMenu->addAction(path, this, [this, path] { OpenPath(path); });
+    recentMenu->setEnabled(!recent.isEmpty());
+}
+
+Preferences MainWindow::CurrentPreferences() const
+{
+    Preferences p;
+    p.geometry = saveGeometry();
+    p.windowState = saveState();
+    p.secondsAxis = area->secondsAxis();
+    p.recentFiles = recent;
+    if (const QObject* graph = graphPanel->graph())
+        for (const QString& name : rememberedGraphProperties()) {
+            const QVariant v = graph->property(name.toLatin1().constData());
+            if (v.isValid())
+                p.graph.insert(name, v);
+        }
+    return p;
+}
+
+void MainWindow::ApplyPreferences(const Preferences& p)
+{
+    if (!p.geometry.isEmpty())
+        restoreGeometry(p.geometry);
+    if (!p.windowState.isEmpty())
+        restoreState(p.windowState);
+    secondsAction->setChecked(p.secondsAxis);
+    recent = p.recentFiles;
+    fillRecentMenu();
+    QObject* graph = graphPanel->graph();
+    if (!graph)
+        return;
+    for (auto it = p.graph.cbegin(); it != p.graph.cend(); ++it) {
+        const QByteArray name = it.key().toLatin1();
+        // Settings files give text back; keep the type the graph gave the property.
+        QVariant v = it.value();
+        const QVariant now = graph->property(name.constData());
+        v.convert(now.isValid() ? now.userType() : int(QMetaType::Bool));
+        graph->setProperty(name.constData(), v);
+    }
+    graphPanel->Repaint();
 }

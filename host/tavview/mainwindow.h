@@ -1,17 +1,21 @@
 #pragma once
 // tavview's main window: the graph in the middle, the track lists on the left,
 // the areas of interest on the right, frame, time and selection in the status bar.
+// The graph sits in a GraphArea, with its axes, legend and rotations graph.
+#include "host/tavview/preferences.h"
 #include "host/tavview/take.h"
 #include "host/tavview/trackselection.h"
 
 #include <QMainWindow>
 
 class AreasPanel;
+class GraphArea;
 class GraphPanel;
 class ModuleRegistry;
 class Playback;
 class QLabel;
 class QListWidget;
+class QMenu;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -19,12 +23,22 @@ public:
     explicit MainWindow(const ModuleRegistry& registry, QWidget* parent = nullptr);
 
     GraphPanel* panel() const { return graphPanel; }
+    GraphArea* graphArea() const { return area; }
     Playback* playback() const { return player; }
     AreasPanel* areas() const { return areasPanel; }
     QListWidget* markerList() const { return markers; }
     QListWidget* rigidList() const { return rigids; }
     QLabel* cursorLabel() const { return cursorText; }
     QLabel* selectionLabel() const { return selectionText; }
+    QLabel* selectionTimeLabel() const { return selectionTime; }
+
+    // The layout, the graph's toggles, the axis unit and the recent files, to keep
+    // and to restore in a later run.
+    Preferences CurrentPreferences() const;
+    void ApplyPreferences(const Preferences& preferences);
+    const QStringList& recentFiles() const { return recent; }
+    // Puts path first in File > Open Recent.
+    void RememberFile(const QString& path);
 
     // Shows a take with these tracks selected.
     void ShowTake(const Take& take, const TrackSelection& selection);
@@ -48,15 +62,22 @@ private slots:
 
 private:
     void buildMenus();
+    void fillRecentMenu();
     void fillTrackLists();
     QString frameText(qint64 index) const;
+    double secondsAt(qint64 index) const;
 
     GraphPanel* graphPanel;
+    GraphArea* area;
     Playback* player;
     AreasPanel* areasPanel;
     QListWidget* markers;
     QListWidget* rigids;
     QLabel* cursorText;
     QLabel* selectionText;
+    QLabel* selectionTime;
+    QMenu* recentMenu = nullptr;
+    QAction* secondsAction = nullptr;
+    QStringList recent;
     QList<qint64> frameTimes;
 };
