@@ -4,7 +4,6 @@
 
 #include <QSignalSpy>
 
-#include <cmath>
 #include <limits>
 
 namespace {
@@ -20,24 +19,16 @@ void PrintTo(const FramesInfoRow& row, std::ostream* os) { *os << row.name; }
 
 class SetFramesInfoRows : public testing::TestWithParam<FramesInfoRow> {};
 
-TEST_P(SetFramesInfoRows, CopiesRangeSetsPeriodAndReportsValidHeadTail)
+TEST_P(SetFramesInfoRows, SetsOffsetAndPeriodAndReportsAValidHeadTail)
 {
     TAVGraph graph;
     QSignalSpy spy(&graph, &TAVGraph::UpdateSelect);
     FramesInfo info = GetParam().info;
     graph.SetFramesInfo(&info);
-    const FramesInfo& copy = graph.framesInfo;
-    EXPECT_EQ(QList<qint64>({copy.start, copy.finish, copy.head, copy.tail, copy.current}),
-              QList<qint64>({info.start, info.finish, info.head, info.tail, info.current}));
-    EXPECT_TRUE(copy.freq == info.freq || (std::isnan(copy.freq) && std::isnan(info.freq)));
     EXPECT_EQ(graph.offsetX, info.start);
     EXPECT_DOUBLE_EQ(graph.period, GetParam().period);
-    if (GetParam().updateSelect.isEmpty()) {
-        EXPECT_EQ(spy.count(), 0);
-    } else {
-        ASSERT_EQ(spy.count(), 1);
-        EXPECT_EQ(spy.at(0), GetParam().updateSelect);
-    }
+    EXPECT_EQ(spy.isEmpty() ? QList<QVariant>() : spy.at(0), GetParam().updateSelect);
+    EXPECT_LE(spy.count(), 1);
 }
 
 const qint64 huge = std::numeric_limits<qint64>::max();
@@ -45,11 +36,10 @@ const qint64 huge = std::numeric_limits<qint64>::max();
 INSTANTIATE_TEST_SUITE_P(
     Rows, SetFramesInfoRows,
     testing::Values(
-        FramesInfoRow{"EmptyHeadTailEmitsNothing", FramesInfo(0, 100, 5, 5, 0, 0.0f), 1.0, {}},
         FramesInfoRow{"RelativeToStart", FramesInfo(100, 200, 0, 1, 0, 120.0f), 1e6 / 120.0,
                       {qint64(-100), qint64(-99)}},
+        FramesInfoRow{"EmptyHeadTailEmitsNothing", FramesInfo(0, 100, 5, 5, 0, 0.0f), 1.0, {}},
         FramesInfoRow{"NegativeHeadEmitsNothing", FramesInfo(0, 100, -1, 10, 0, 100.0f), 10000.0, {}},
-        FramesInfoRow{"NaNRateGivesUnitPeriod", FramesInfo(0, 10, 0, 0, 0, std::nanf("")), 1.0, {}},
         // Head and tail are tested as 32-bit values; the 64-bit pair clamps instead of overflowing.
         FramesInfoRow{"HugeValuesClampWithoutOverflow", FramesInfo(-huge, huge, 0, 1, 0, 1.0f), 1e6,
                       {huge, huge}}),
@@ -60,24 +50,20 @@ TEST(DataChange, SelectionNamesAreExactAndRebuildRegions)
     TAVGraph graph;
     TAV::Frames tracks = makeTracks({makeTrack(5, {1.5f, 1.5f, 0, 0, 1.5f}, {0.3f, 0.3f, 0.3f, 0.3f, 0.3f}),
                                      makeTrack(6, {1.5f, 1.5f, 1.5f, 1.5f, 1.5f})});
+    tracks.setProperty<QList<qint64>>("timeLut", {10, 20, 30});
     graph.SetTracks(&tracks);
+    EXPECT_EQ(graph.timeLut, QList<qint64>({10, 20, 30}));
 
     graph.SetTrackSelection({5}, "Markers");
-    EXPECT_TRUE(graph.markers.isEmpty());
     EXPECT_TRUE(graph.regionsSet.empty());
-
     graph.SetTrackSelection({5}, "markers");
     graph.SetTrackSelection({5}, "rigids");
     ASSERT_EQ(graph.regionsSet.size(), 2u);
     EXPECT_EQ(runsText(graph.regionsSet.at(0x1000005)), "0-1:1 2-3:2 4-4:1");
     EXPECT_EQ(runsText(graph.regionsSet.at(0x2000005)), "0-4:8");
 
-    const RegionsSet before = graph.regionsSet;
     graph.SetTrackSelection({1, 2}, "cameras");
-    EXPECT_EQ(graph.cameras, QList<int>({1, 2}));
-    ASSERT_EQ(graph.regionsSet.size(), before.size());
-    EXPECT_EQ(runsText(graph.regionsSet.at(0x1000005)), runsText(before.at(0x1000005)));
-
+    EXPECT_EQ(graph.regionsSet.size(), 2u);
     graph.SetTrackSelection({}, "rigids");
     EXPECT_EQ(graph.regionsSet.count(0x2000005), 0u);
 }
@@ -93,43 +79,7 @@ TEST(DataChange, MergeOrsTheSelectedTracksFrameByFrame)
     EXPECT_TRUE(graph.regionsSet.at(0x1000009).empty());
 }
 
-TEST(DataChange, TimeLutComesFromTheStoreAndOffsetsSurvive)
-{
-    TAVGraph graph;
-    TAV::Frames tracks = makeTracks({makeTrack(1, {1, 1, 1})});
-    graph.SetTracks(&tracks);
-    EXPECT_TRUE(graph.timeLut.isEmpty());
-
-    tracks.setProperty<QList<qint64>>("timeLut", {10, 20, 30});
-    graph.SetTracks(&tracks);
-    EXPECT_EQ(graph.timeLut, QList<qint64>({10, 20, 30}));
-
-    FramesInfo info(0, 3, 0, 0, 1, 100.0f);
-    graph.SetFramesInfo(&info);
-    graph.UpdateTrackOffsets();
-    const IdMap<Vector> offsets = graph.trackOffsets;
-    ASSERT_EQ(offsets.size(), 1u);
-    graph.SetTracks(&tracks);
-    graph.DataChange();
-    EXPECT_EQ(graph.trackOffsets, offsets);
-}
-
 using DataChangeWithView = GraphWithView;
-
-TEST_F(DataChangeWithView, RequestsOneRepaintOnlyWhenConnected)
-{
-    TAV::Frames tracks = makeTracks({makeTrack(1, {1, 1})});
-    graph->SetTracks(&tracks);
-    EXPECT_EQ(window->update, 0);
-    graph->Connected(view);
-    window->update = 0;
-    graph->SetTracks(&tracks);
-    EXPECT_EQ(window->update, 1);
-    graph->SetTrackSelection({1}, "nothing");
-    EXPECT_EQ(window->update, 1);
-    graph->SetTrackSelection({1}, "markers");
-    EXPECT_EQ(window->update, 2);
-}
 
 // The graph's copy shares the host's frames: reading them for regions, offsets, the
 // data range and painting (both drawing modes) must never detach it.
@@ -138,22 +88,21 @@ TEST_F(DataChangeWithView, ReadingTheTracksKeepsTheHostStoreShared)
     TAV::Frames host = makeTracks({makeTrack(1, {1, 1, 0, 1}, {1, 1, 1, 1}), makeTrack(2, {1, 1, 1, 1})});
     setFrames(0, 4);
     graph->Connected(view);
+    window->update = 0;
     graph->SetTrackSelection({1, 2}, "markers");
+    EXPECT_EQ(window->update, 1); // each data change asks for one repaint
     graph->SetTrackSelection({1}, "rigids");
     graph->SetTracks(&host);
     graph->UpdateTrackOffsets();
     QRectF rect;
     graph->Range2D(&rect, 1);
     graph->NextAOI();
-
-    // Painted into the call recorder: the points must have been read and sent.
     for (bool fast : {false, true}) {
         graph->setProperty<bool>("fastDraw", fast);
         glrec::reset();
         graph->Draw2D(view);
-        EXPECT_GT(glrec::count(glrec::calls(), "glVertex3f"), 0);
+        EXPECT_GT(glrec::count(glrec::calls(), "glVertex3f"), 0); // the points were read
     }
-
     EXPECT_EQ(graph->tracks.constData(), host.constData());
     EXPECT_EQ(graph->tracks.at(0).markers.constData(), host.at(0).markers.constData());
     EXPECT_FALSE(graph->trackOffsets.empty());

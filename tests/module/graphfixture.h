@@ -1,5 +1,5 @@
 #pragma once
-// A graph connected to a real view in a real GL window, and builders of tracks.
+// A graph connected to a real view in a real GL window, and builders of tracks and runs.
 #include "modules/tavgraph.h"
 
 #include <gtest/gtest.h>
@@ -17,18 +17,30 @@ inline TAV::Frame makeTrack(uint32_t id, std::initializer_list<float> markerCond
 {
     TAV::Frame f;
     f.id = id;
-    int64_t i = 0;
     for (float c : markerConds) {
+        const int64_t i = f.markers.size();
         f.markers.append(TAV::Marker{id, 0, i, float(i), float(10 * id + i), float(-i), c});
-        ++i;
     }
-    i = 0;
     for (float c : rigidConds) {
-        TAV::Rigid r{id, 0, i, {float(i), float(10 * id + i), float(-i), 0, 0, 0, 1}, c};
-        f.rigids.append(r);
-        ++i;
+        const int64_t i = f.rigids.size();
+        f.rigids.append(TAV::Rigid{id, 0, i, {float(i), float(10 * id + i), float(-i), 0, 0, 0, 1}, c});
     }
     return f;
+}
+
+inline TAV::Frames makeTracks(std::initializer_list<TAV::Frame> tracks)
+{
+    TAV::Frames frames;
+    for (const TAV::Frame& f : tracks)
+        frames.append(f);
+    return frames;
+}
+
+inline Regions runsOf(std::initializer_list<Pair> runs)
+{
+    Regions r;
+    r.assign(runs.begin(), runs.end());
+    return r;
 }
 
 // Runs as "first-last:type ..." for readable comparisons.
@@ -41,25 +53,14 @@ inline std::string runsText(const Regions& regions)
     return text;
 }
 
-inline TAV::Frames makeTracks(std::initializer_list<TAV::Frame> tracks)
-{
-    TAV::Frames frames;
-    for (const TAV::Frame& f : tracks)
-        frames.append(f);
-    return frames;
-}
-
 // A fresh graph, window and view per test. The view fills an 800 x 600 window, one
 // pixel per frame from pos.x on; tests may destroy the view.
 class GraphWithView : public testing::Test {
 protected:
     GraphWithView()
     {
-        window = std::make_unique<GLWindow>();
         window->resize(800, 600);
-        view = new GLW();
         view->rect = QRectF(0, 0, 1, 1);
-        view->gl = window.get();
         window->AddView(view);
         window->update = 0;
     }
@@ -69,15 +70,16 @@ protected:
         delete graph.data();
     }
 
-    // Frames [start, finish), cursor at start. Without a rate the period is 1, so
-    // the offsets' time tolerance (half a period) is 0.
-    void setFrames(qint64 start, qint64 finish, qint64 head = 0, qint64 tail = 0, float freq = 0.0f)
+    // Frames [start, finish). Without a rate the period is 1, so the offsets' time
+    // tolerance (half a period) is 0.
+    void setFrames(qint64 start, qint64 finish, qint64 head = 0, qint64 tail = 0, float freq = 0.0f,
+                   qint64 current = -1)
     {
-        FramesInfo info(start, finish, head, tail, start, freq);
+        FramesInfo info(start, finish, head, tail, current < 0 ? start : current, freq);
         graph->SetFramesInfo(&info);
     }
 
     QPointer<TAVGraph> graph = new TAVGraph();
-    std::unique_ptr<GLWindow> window;
-    QPointer<GLW> view;
+    std::unique_ptr<GLWindow> window = std::make_unique<GLWindow>();
+    QPointer<GLW> view = new GLW();
 };

@@ -1,68 +1,80 @@
 #include "graphfixture.h"
 
-#include <cmath>
-
 namespace {
 
+const Vector none(-1, -1, -1); // nothing recorded
+
+// Marker tracks 1 (with a rigid track) and 2, four frames; track 2's sample at
+// frame 2 is invalid.
 class TrackOffsets : public GraphWithView {
 protected:
-    TrackOffsets()
+    TrackOffsets() { setTracks(tracks); }
+    void setTracks(TAV::Frames& f)
     {
-        tracks = makeTracks({makeTrack(1, {1, 1, 1, 1}, {1, 1, 1, 1}), makeTrack(2, {1, 1, 0, 1})});
         setFrames(0, 4);
-        graph->SetTracks(&tracks);
-    }
-    // Puts the mouse at data x (one pixel per frame from pos.x 0).
-    void mouseAt(int x)
-    {
-        graph->Connected(view);
-        window->mouse.x = x;
+        graph->SetTracks(&f);
     }
     Vector marker(int id) const
     {
-        Vector v(-1, -1, -1);
+        Vector v = none;
         graph->trackOffsets.find(id, v);
         return v;
     }
 
-    TAV::Frames tracks;
+    TAV::Frames tracks = makeTracks({makeTrack(1, {1, 1, 1, 1}, {1, 1, 1, 1}), makeTrack(2, {1, 1, 0, 1})});
 };
 
-TEST_F(TrackOffsets, WithoutAViewTheCurrentFrameIsTheReference)
+struct OffsetRow {
+    const char* name;
+    bool connected;   // else the current frame is the reference
+    float scale, freq; // a zero scale maps the mouse to +infinity, or NaN at 0
+    int x;             // mouse x, or the current frame
+    Vector track1, track2;
+};
+
+void PrintTo(const OffsetRow& row, std::ostream* os) { *os << row.name; }
+
+class OffsetRows : public TrackOffsets, public testing::WithParamInterface<OffsetRow> {};
+
+TEST_P(OffsetRows, TakeEachTrackAtTheReferenceFrame)
 {
-    FramesInfo info(0, 4, 0, 0, 1, 0.0f);
-    graph->SetFramesInfo(&info);
+    const OffsetRow& row = GetParam();
+    setFrames(0, 4, 0, 0, row.freq, row.connected ? 0 : row.x);
+    if (row.connected) {
+        graph->Connected(view);
+        view->viewport.scale.x = row.scale;
+        window->mouse.x = row.x;
+    }
+    window->update = 0;
     graph->UpdateTrackOffsets();
-    EXPECT_EQ(marker(1), Vector(1, 11, -1));
-    EXPECT_EQ(marker(2), Vector(1, 21, -1));
-    Vector rigid;
-    EXPECT_TRUE(graph->rbtrackOffsets.find(1, rigid));
-    EXPECT_EQ(rigid, Vector(1, 11, -1));
+    EXPECT_EQ(window->update, row.connected ? 1 : 0);
+    EXPECT_EQ(marker(1), row.track1);
+    EXPECT_EQ(marker(2), row.track2);
+    EXPECT_EQ(graph->rbtrackOffsets.count(1), row.track1 == none ? 0u : 1u);
+    graph->ClearTrackOffsets(); // without a repaint
+    EXPECT_EQ(window->update, row.connected ? 1 : 0);
+    EXPECT_TRUE(graph->trackOffsets.empty() && graph->rbtrackOffsets.empty());
 }
 
-TEST_F(TrackOffsets, MouseOutsideTheDataTakesTheNearestEnd)
-{
-    mouseAt(-30);
-    graph->UpdateTrackOffsets();
-    EXPECT_EQ(marker(1), Vector(0, 10, 0));
-    mouseAt(300);
-    graph->UpdateTrackOffsets();
-    EXPECT_EQ(marker(1), Vector(3, 13, -3));
-}
+INSTANTIATE_TEST_SUITE_P(
+    Rows, OffsetRows,
+    testing::Values(OffsetRow{"WithoutAViewTheCurrentFrame", false, 1, 0, 1, {1, 11, -1}, {1, 21, -1}},
+                    OffsetRow{"MouseLeftOfTheDataTakesTheFirst", true, 1, 0, -30, {0, 10, 0}, {0, 20, 0}},
+                    OffsetRow{"MouseRightOfTheDataTakesTheLast", true, 1, 0, 300, {3, 13, -3}, {3, 23, -3}},
+                    OffsetRow{"InvalidSampleLeavesItsTrackUnshifted", true, 1, 0, 2, {2, 12, -2}, none},
+                    OffsetRow{"InfiniteMouseTakesTheLast", true, 0, 0, 5, {3, 13, -3}, {3, 23, -3}},
+                    OffsetRow{"NaNMouseIsFrameZero", true, 0, 0, 0, {0, 10, 0}, {0, 20, 0}},
+                    // Half of a huge period saturates; the search's first probe (index 1) is within it.
+                    OffsetRow{"HugePeriodSaturatesTheTolerance", true, 1, 1e-30f, 3, {1, 11, -1}, {1, 21, -1}}),
+    [](const testing::TestParamInfo<OffsetRow>& i) { return std::string(i.param.name); });
 
-TEST_F(TrackOffsets, InvalidSampleLeavesItsTrackUnshifted)
-{
-    mouseAt(2);
-    graph->UpdateTrackOffsets();
-    EXPECT_EQ(marker(1), Vector(2, 12, -2));
-    EXPECT_EQ(graph->trackOffsets.count(2), 0u);
-}
-
+// The last track is the reference: a rigid-only one indexes the marker tracks too.
 TEST_F(TrackOffsets, RigidOnlyReferenceTrackIndexesMarkerTracks)
 {
     tracks.append(makeTrack(7, {}, {1, 1, 1, 1}));
-    graph->SetTracks(&tracks);
-    mouseAt(3);
+    setTracks(tracks);
+    graph->Connected(view);
+    window->mouse.x = 3;
     graph->UpdateTrackOffsets();
     EXPECT_EQ(marker(2), Vector(3, 23, -3));
     EXPECT_EQ(graph->rbtrackOffsets.count(7), 1u);
@@ -76,42 +88,10 @@ TEST_F(TrackOffsets, PositionOutsideTheReferenceTrackRecordsNothing)
     for (TAV::Marker& m : late.markers)
         m.time += 2;
     tracks.append(late);
-    graph->SetTracks(&tracks);
-    mouseAt(0);
+    setTracks(tracks);
+    graph->Connected(view);
+    window->mouse.x = 0;
     graph->UpdateTrackOffsets();
-    EXPECT_TRUE(graph->trackOffsets.empty());
-    EXPECT_TRUE(graph->rbtrackOffsets.empty());
-}
-
-TEST_F(TrackOffsets, NonFiniteMouseStaysDefined)
-{
-    mouseAt(5);
-    view->viewport.scale.x = 0; // the mouse maps to +infinity
-    graph->UpdateTrackOffsets();
-    EXPECT_EQ(marker(1), Vector(3, 13, -3));
-    window->mouse.x = 0; // 0 / 0: NaN reads as frame 0
-    graph->UpdateTrackOffsets();
-    EXPECT_EQ(marker(1), Vector(0, 10, 0));
-}
-
-// The tolerance is half a period: at a vanishing rate it saturates, and the first
-// probe of the search (index 1 of 4) is within it.
-TEST_F(TrackOffsets, HugePeriodSaturatesTheTolerance)
-{
-    setFrames(0, 4, 0, 0, 1e-30f);
-    mouseAt(3);
-    graph->UpdateTrackOffsets();
-    EXPECT_EQ(marker(1), Vector(1, 11, -1));
-}
-
-TEST_F(TrackOffsets, UpdateRepaintsClearDoesNotAndEmptiesBothMaps)
-{
-    mouseAt(1);
-    window->update = 0;
-    graph->UpdateTrackOffsets();
-    EXPECT_EQ(window->update, 1);
-    graph->ClearTrackOffsets();
-    EXPECT_EQ(window->update, 1);
     EXPECT_TRUE(graph->trackOffsets.empty());
     EXPECT_TRUE(graph->rbtrackOffsets.empty());
 }

@@ -26,11 +26,11 @@ struct RangeRow {
     const char* name;
     FramesInfo info;
     qint64 selectStart, selectEnd;
-    bool modifyRegion, enableMarkers, enableRigids;
-    QList<int> rigids;
+    bool modifyRegion;
     int mode;
-    QRectF in;
-    QRectF expected;
+    QRectF in, expected;
+    bool enableRigids = true;
+    QList<int> rigids = {};
 };
 
 void PrintTo(const RangeRow& row, std::ostream* os) { *os << row.name; }
@@ -49,9 +49,7 @@ TEST_P(Range2DRows, GrowsTheRectangle)
     graph.selectStart = row.selectStart;
     graph.selectEnd = row.selectEnd;
     graph.ModifyRegion(row.modifyRegion);
-    graph.EnableMarkers(row.enableMarkers);
     graph.EnableRigids(row.enableRigids);
-
     QRectF rect = row.in;
     graph.Range2D(&rect, row.mode);
     EXPECT_EQ(rectText(rect), rectText(row.expected));
@@ -59,39 +57,27 @@ TEST_P(Range2DRows, GrowsTheRectangle)
 
 const FramesInfo takeAt1000(1000, 1100, 1010, 1020, 1000, 100.0f);
 const FramesInfo fourFrames(0, 4, 0, 0, 0, 100.0f);
+const QRectF flat(0, 7, 0, -4);
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, Range2DRows,
     testing::Values(
-        RangeRow{"Mode0HeadTailWithoutModifyRegion", takeAt1000, 0, 0, false, true, true, {}, 0,
-                 QRectF(0, 7, 0, -4), QRectF(10, 7, 10, -4)},
-        RangeRow{"Mode0WholeRangeWithModifyRegion", takeAt1000, 0, 0, true, true, true, {}, 0,
-                 QRectF(0, 7, 0, -4), QRectF(0, 7, 100, -4)},
-        RangeRow{"Mode2SelectionIsAlreadyRelative", takeAt1000, 10, 40, true, true, true, {}, 2,
-                 QRectF(0, 7, 0, -4), QRectF(10, 7, 30, -4)},
-        RangeRow{"Mode2ReversedSelectionIsSwapped", takeAt1000, 40, 10, true, true, true, {}, 2,
-                 QRectF(0, 7, 0, -4), QRectF(10, 7, 30, -4)},
-        RangeRow{"Mode2EmptySelectionFallsBackToHeadTail", takeAt1000, 10, 10, true, true, true, {}, 2,
-                 QRectF(0, 7, 0, -4), QRectF(10, 7, 10, -4)},
-        RangeRow{"Mode1FitsThenScalesFiveFold", fourFrames, 0, 0, true, true, false, {}, 1, QRectF(),
-                 QRectF(0, 15, 4, -25)},
-        RangeRow{"NoSelectionCountsEveryTrack", fourFrames, 0, 0, true, true, true, {}, 1, QRectF(),
-                 QRectF(0, 100, 4, -110)},
-        RangeRow{"OnlyRigidsSelectedSkipsMarkerTracks", fourFrames, 0, 0, true, true, true, {2}, 1, QRectF(),
-                 QRectF(0, 100, 4, -100)},
-        RangeRow{"EdgesCountInvalidSamplesDoNot", fourFrames, 1, 3, true, true, false, {}, 2, QRectF(),
-                 QRectF(1, 3, 2, -3)},
-        RangeRow{"BothKindsOffStillGrowX", fourFrames, 0, 0, true, false, false, {}, 1, QRectF(0, 5, 0, 0),
-                 QRectF(0, 5, 4, 0)},
-        RangeRow{"ExtentOnlyGrows", fourFrames, 0, 0, true, true, false, {}, 1, QRectF(-5, 30, 20, -40),
-                 QRectF(-5, 150, 20, -200)},
-        RangeRow{"NoFramesLeavesRectUntouched", FramesInfo(), 0, 0, true, true, true, {}, 1,
-                 QRectF(1, 2, 3, 4), QRectF(1, 2, 3, 4)},
+        RangeRow{"Mode0HeadTailWithoutModifyRegion", takeAt1000, 0, 0, false, 0, flat, QRectF(10, 7, 10, -4)},
+        RangeRow{"Mode0WholeRangeWithModifyRegion", takeAt1000, 0, 0, true, 0, flat, QRectF(0, 7, 100, -4)},
+        // The stored selection is already relative to the start.
+        RangeRow{"Mode2ReversedSelectionIsSwapped", takeAt1000, 40, 10, true, 2, flat, QRectF(10, 7, 30, -4)},
+        RangeRow{"Mode1FitsThenScalesFiveFold", fourFrames, 0, 0, true, 1, QRectF(), QRectF(0, 15, 4, -25), false},
+        RangeRow{"OnlyRigidsSelectedSkipsMarkerTracks", fourFrames, 0, 0, true, 1, QRectF(), QRectF(0, 100, 4, -100),
+                 true, {2}},
+        RangeRow{"EdgesCountInvalidSamplesDoNot", fourFrames, 1, 3, true, 2, QRectF(), QRectF(1, 3, 2, -3), false},
+        RangeRow{"ExtentOnlyGrows", fourFrames, 0, 0, true, 1, QRectF(-5, 30, 20, -40), QRectF(-5, 150, 20, -200),
+                 false},
         // Beyond float range: the edges clamp to the largest float instead of overflowing.
-        RangeRow{"HugeRectStaysDefined", fourFrames, 0, 0, true, true, true, {}, 1, QRectF(0, 1e300, 10, -2e300),
+        RangeRow{"HugeRectStaysDefined", fourFrames, 0, 0, true, 1, QRectF(0, 1e300, 10, -2e300),
                  QRectF(0, 5e300, 10, -1e301)}),
     [](const testing::TestParamInfo<RangeRow>& i) { return std::string(i.param.name); });
 
+// Range2D first clamps the stored selection into the frames.
 TEST(Range2D, NormalisesTheStoredSelection)
 {
     TAVGraph graph;
