@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 namespace {
 const int tickLength = 5;
 const QColor stripBackground(38, 38, 38);

@@ -6,8 +6,6 @@
 #include <QHelpEvent>
 #include <QToolTip>
 
-#include <cmath>
-
 HoverTip::HoverTip(GraphPanel* p) : QObject(p), panel(p)
 {
     if (p->window())

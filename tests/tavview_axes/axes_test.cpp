@@ -52,17 +52,6 @@ INSTANTIATE_TEST_SUITE_P(
                     TimecodeRow{"fractionalRateRounds", 30, 29.97, "00:00:01:00"}),
     [](const testing::TestParamInfo<TimecodeRow>& i) { return std::string(i.param.name); });
 
-TEST(TimecodeStep, DividesTheSecondThenCountsWholeSeconds)
-{
-    EXPECT_EQ(timecodeStep(0.5, 25), 1);
-    EXPECT_EQ(timecodeStep(3, 25), 5);
-    EXPECT_EQ(timecodeStep(3, 30), 3);
-    EXPECT_EQ(timecodeStep(6, 25), 25);
-    EXPECT_EQ(timecodeStep(26, 25), 50);
-    EXPECT_EQ(timecodeStep(100, 30), 150);
-    EXPECT_EQ(timecodeStep(4000 * 30.0, 30), 2 * 3600 * 30);
-}
-
 struct TickRow {
     const char* name;
     double left, right, pixelsPerFrame;

@@ -2,7 +2,6 @@
 #include "host/tavview/preferences.h"
 #include "host/tavview/rotations.h"
 
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -170,43 +169,6 @@ TEST(RotationTake, KeepsTheRigidBodiesWithTheirRotationsInPlaceOfPositions)
     EXPECT_EQ(r.units, QStringLiteral("deg"));
     EXPECT_EQ(r.firstFrame, 7);
     EXPECT_EQ(r.rate, 100);
-}
-
-TEST(Preferences, RoundTripThroughASettingsFile)
-{
-    QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    const QString path = dir.filePath(QStringLiteral("tavview.ini"));
-    Preferences p;
-    p.geometry = QByteArray("\x01\x02geometry", 10);
-    p.windowState = QByteArray("state");
-    p.graph = {{QStringLiteral("drawTC"), true}, {QStringLiteral("axisMask"), 5}};
-    p.secondsAxis = true;
-    p.recentFiles = QStringList{QStringLiteral("/takes/b.c3d"), QStringLiteral("/takes/a.c3d")};
-    {
-        QSettings s(path, QSettings::IniFormat);
-        writePreferences(s, p);
-    }
-    QSettings s(path, QSettings::IniFormat);
-    const Preferences back = readPreferences(s);
-    EXPECT_EQ(back.geometry, p.geometry);
-    EXPECT_EQ(back.windowState, p.windowState);
-    EXPECT_TRUE(back.secondsAxis);
-    EXPECT_EQ(back.recentFiles, p.recentFiles);
-    EXPECT_TRUE(back.graph.value(QStringLiteral("drawTC")).toBool());
-    EXPECT_EQ(back.graph.value(QStringLiteral("axisMask")).toInt(), 5);
-    EXPECT_FALSE(back.graph.contains(QStringLiteral("enableRGB")));
-}
-
-TEST(Preferences, EmptySettingsGiveDefaults)
-{
-    QTemporaryDir dir;
-    QSettings s(dir.filePath(QStringLiteral("none.ini")), QSettings::IniFormat);
-    const Preferences p = readPreferences(s);
-    EXPECT_TRUE(p.geometry.isEmpty());
-    EXPECT_FALSE(p.secondsAxis);
-    EXPECT_TRUE(p.graph.isEmpty());
-    EXPECT_TRUE(p.recentFiles.isEmpty());
 }
 
 TEST(RecentFiles, NewestFirstWithoutRepeatsAndBounded)
