@@ -45,12 +45,10 @@ TEST_P(AreasOfTheDefaultTake, AreTheRunsWhereNavigationStops)
 }
 
 const AreaRow areaRows[] = {
-    {"OneMarkerTwoGaps", {{1}, {}}, 10, {{100, 139, 2}, {400, 405, 2}}},
     // With a good track beside it, a gap frame is good | missing: still a stop.
     {"GapsBesideAGoodTrack", {{0, 1}, {}}, 10, {{100, 139, 3}, {400, 405, 3}}},
     {"PoorRunsButNotFairOnes", {{2}, {}}, 10, {{220, 259, 8}, {560, 575, 2}}},
     {"FairRunsWhenTheMaskAsks", {{2}, {}}, 4, {{300, 349, 4}}},
-    {"RigidBodyGap", {{}, {0}}, 10, {{250, 289, 2}}},
     {"FilledSamplesAreGood", {{3}, {}}, 10, {{480, 519, 2}}},
     {"NothingSelected", {{}, {}}, 10, {}},
 };

@@ -103,33 +103,27 @@ protected:
     }
 };
 
-TEST_F(Snapshot, OfTheBuiltInTakeShadesItsGaps)
+// Marker 1 misses frames 100..139 and is good from 140 to 399; the take starts at
+// frame 1, so the cursor at frame 301 stands at index 300.
+TEST_F(Snapshot, OfTheBuiltInTakeShadesItsGapsAndDrawsTheCursor)
 {
     TAV_REQUIRE_DISPLAY_FOR_CHILD();
     const QImage image = take({QStringLiteral("--size"), QStringLiteral("600x200"), QStringLiteral("--select"),
-                               QStringLiteral("1")});
+                               QStringLiteral("1"), QStringLiteral("--frame"), QStringLiteral("301")});
     ASSERT_EQ(image.size(), QSize(600, 200));
-    // Marker 1 misses frames 100..139 and is good from 140 to 399.
-    EXPECT_GT(shareOf(image, columnOf(120, 600, 600, 200), gapColour), 0.6);
-    EXPECT_GT(shareOf(image, columnOf(250, 600, 600, 200), goodColour), 0.6);
-    EXPECT_LT(shareOf(image, columnOf(250, 600, 600, 200), gapColour), 0.1);
-}
-
-TEST_F(Snapshot, AtAFrameDrawsTheCursorThere)
-{
-    TAV_REQUIRE_DISPLAY_FOR_CHILD();
-    // The built-in take starts at frame 1, so frame 301 is index 300.
-    const QImage image = take({QStringLiteral("--size"), QStringLiteral("600x200"), QStringLiteral("--frame"),
-                               QStringLiteral("301")});
-    const int c = columnOf(300, 600, 600, 200);
+    const auto column = [](double f) { return columnOf(f, 600, 600, 200); };
+    EXPECT_GT(shareOf(image, column(120), gapColour), 0.6);
+    EXPECT_GT(shareOf(image, column(250), goodColour), 0.6);
+    EXPECT_LT(shareOf(image, column(250), gapColour), 0.1);
     double cursor = 0;
-    for (int x = c - 1; x <= c + 1; ++x)
+    for (int x = column(300) - 1; x <= column(300) + 1; ++x)
         cursor = std::max(cursor, shareOf(image, x, Qt::white));
     EXPECT_GT(cursor, 0.5);
-    EXPECT_LT(shareOf(image, columnOf(200, 600, 600, 200), Qt::white), 0.1);
+    EXPECT_LT(shareOf(image, column(200), Qt::white), 0.1);
 }
 
-// A real file: its first gap shades as a gap, the frames before it as good.
+// A real file: the first gap after a good run of some marker shades as a gap, the
+// run before it as good.
 TEST_F(Snapshot, OfASampleFileShadesItsGaps)
 {
     TAV_REQUIRE_DISPLAY_FOR_CHILD();
@@ -138,29 +132,26 @@ TEST_F(Snapshot, OfASampleFileShadesItsGaps)
     Take t;
     QString error;
     ASSERT_TRUE(loadTake(file, t, error)) << error.toStdString();
-    // The first marker with a gap that follows a good run.
-    int marker = -1;
-    Pair gap(0, 0, 0), before(0, 0, 0);
-    for (int id = 0; id < t.frames.constFirst().markers.size() && marker < 0; ++id) {
+    for (int id = 0; id < t.frames.constFirst().markers.size(); ++id) {
         TAV::Markers track;
         for (const TAV::Frame& f : t.frames)
             track.append(f.markers.at(id));
         const Regions runs(track);
-        for (size_t i = 1; i < runs.size() && marker < 0; ++i)
-            if (runs[i].type == RegionMissing && runs[i].size() > 4 && runs[i - 1].type == RegionGood &&
-                runs[i - 1].size() > 6) {
-                marker = id;
-                gap = runs[i];
-                before = runs[i - 1];
-            }
+        for (size_t i = 1; i < runs.size(); ++i) {
+            const Pair &gap = runs[i], &before = runs[i - 1];
+            if (gap.type != RegionMissing || gap.size() <= 4 || before.type != RegionGood || before.size() <= 6)
+                continue;
+            const QImage image = take({file, QStringLiteral("--size"), QStringLiteral("900x300"),
+                                       QStringLiteral("--select"), QString::number(id)});
+            const auto column = [&](const Pair& run) {
+                return columnOf((run.begin() + run.end()) / 2.0, t.frameCount(), 900, 300);
+            };
+            EXPECT_GT(shareOf(image, column(gap), gapColour), 0.6);
+            EXPECT_GT(shareOf(image, column(before), goodColour), 0.6);
+            return;
+        }
     }
-    ASSERT_GE(marker, 0) << "the sample has a gap after a good run";
-
-    const QImage image = take({file, QStringLiteral("--size"), QStringLiteral("900x300"), QStringLiteral("--select"),
-                               QString::number(marker)});
-    const int n = t.frameCount();
-    EXPECT_GT(shareOf(image, columnOf((gap.begin() + gap.end()) / 2.0, n, 900, 300), gapColour), 0.6);
-    EXPECT_GT(shareOf(image, columnOf((before.begin() + before.end()) / 2.0, n, 900, 300), goodColour), 0.6);
+    FAIL() << "the sample has no gap after a good run";
 }
 
 struct BadFileRow {
@@ -228,40 +219,34 @@ INSTANTIATE_TEST_SUITE_P(Rows, BadFile, testing::ValuesIn(badFiles),
 
 TEST(ModuleOption, AWrongPathIsReportedClearly)
 {
-    const struct {
-        QString path;
-        const char* says;
-    } rows[] = {
-        {QStringLiteral("/nonexistent/tavgraph.so"),
-         "cannot load the graph module /nonexistent/tavgraph.so: no such file"},
-        {QStringLiteral(NOT_A_MODULE), "it exports no init()"},
-    };
-    for (const auto& row : rows) {
-        const Outcome r = tavview({QStringLiteral("--module"), row.path});
+    for (const auto& row : {std::make_pair(QStringLiteral("/nonexistent/tavgraph.so"),
+                                           "cannot load the graph module /nonexistent/tavgraph.so: no such file"),
+                            std::make_pair(QStringLiteral(NOT_A_MODULE), "it exports no init()")}) {
+        const Outcome r = tavview({QStringLiteral("--module"), row.first});
         EXPECT_EQ(r.exitCode, 1);
-        EXPECT_TRUE(r.err.contains(QLatin1String(row.says))) << r.err.toStdString();
+        EXPECT_TRUE(r.err.contains(QLatin1String(row.second))) << r.err.toStdString();
         EXPECT_EQ(r.err.count(QLatin1Char('\n')), 1) << r.err.toStdString();
     }
 }
 
+// One unreadable take among several: reported, the others still listed.
 TEST(Report, OfManyTakesAsCsvAndSkipsOnlyTheBadOne)
 {
     TAV_REQUIRE_SAMPLE_DATA();
     QTemporaryDir dir;
-    const QString bad = dir.filePath(QStringLiteral("bad.c3d"));
-    QFile f(bad);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("nope");
-    f.close();
-    const QString eb015 = sampleC3D(QStringLiteral("Eb015pi.c3d")), gait = sampleC3D(QStringLiteral("gait-raw.c3d"));
-    const Outcome r = tavview({QStringLiteral("--report"), QStringLiteral("--csv"), eb015, bad, gait});
-    EXPECT_EQ(r.exitCode, 1) << "one file could not be read";
+    QFile bad(dir.filePath(QStringLiteral("bad.c3d")));
+    ASSERT_TRUE(bad.open(QIODevice::WriteOnly) && bad.write("nope") == 4);
+    bad.close();
+    const Outcome r = tavview({QStringLiteral("--report"), QStringLiteral("--csv"),
+                               sampleC3D(QStringLiteral("Eb015pi.c3d")), bad.fileName(),
+                               sampleC3D(QStringLiteral("gait-raw.c3d"))});
+    EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.err.contains(QStringLiteral("bad.c3d"))) << r.err.toStdString();
     const QStringList lines = r.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     ASSERT_FALSE(lines.isEmpty());
     EXPECT_EQ(lines.first(), QStringLiteral("take,marker,frames,valid_percent,gaps,longest_gap,poor"));
     EXPECT_EQ(lines.filter(QRegularExpression(QStringLiteral("^Eb015pi\\.c3d,"))).size(), 27) << "total + 26 markers";
-    EXPECT_EQ(lines.filter(QRegularExpression(QStringLiteral("^gait-raw\\.c3d,"))).isEmpty(), false);
+    EXPECT_FALSE(lines.filter(QRegularExpression(QStringLiteral("^gait-raw\\.c3d,"))).isEmpty());
 }
 
 } // namespace

@@ -56,9 +56,7 @@ TEST_P(SameRunsAsTheGraph, ForEverySelection)
 
 // An empty selection below stands for every point of the file.
 const SameRunsRow sameRunsRows[] = {
-    {"BuiltInMarkersAndRigids", nullptr, {{1, 2, 3}, {0, 1}}},
     {"BuiltInSelectionOrderDiffersFromIdOrder", nullptr, {{5, 0, 3}, {1}}},
-    {"BuiltInEveryMarker", nullptr, {}},
     {"GaitAllPoints", "gait-raw.c3d", {}},
     {"DuplicateLabels", "MACsample.c3d", {}},
     {"LateFirstFrame", "Walking_Hybrid_1_1.c3d", {{0, 7, 13}, {}}},
