@@ -1,18 +1,33 @@
 #pragma once
-// Small C3D files written for the tests, and byte-level access to them.
+// Small C3D files written for the tests.
 #include "host/c3d/c3dwriter.h"
 
-#include <QByteArray>
-#include <QString>
-
 #include <functional>
-
-// Writes setup.frameCount frames; fill sets frame n's pointCount x {x, y, z, word4}.
-bool writeTestTake(const QString& path, const C3D::WriterSetup& setup,
-                   const std::function<void(int64_t n, float* values)>& fill);
+#include <vector>
 
 // A setup of the given size with labels M1, M2, ...
-C3D::WriterSetup testSetup(int points, int64_t frames);
+inline C3D::WriterSetup testSetup(int points, int64_t frames)
+{
+    C3D::WriterSetup s;
+    s.pointCount = points;
+    s.frameCount = frames;
+    for (int i = 0; i < points; ++i)
+        s.labels.push_back("M" + std::to_string(i + 1));
+    return s;
+}
 
-QByteArray readBytes(const QString& path);
-void writeBytes(const QString& path, const QByteArray& bytes);
+// Writes setup.frameCount frames; fill sets frame n's pointCount x {x, y, z, word4}.
+inline bool writeTestTake(const QString& path, const C3D::WriterSetup& setup,
+                          const std::function<void(int64_t n, float* values)>& fill)
+{
+    C3D::Writer w;
+    if (!w.open(path, setup, nullptr))
+        return false;
+    std::vector<float> values(size_t(setup.pointCount) * 4);
+    for (int64_t n = 0; n < setup.frameCount; ++n) {
+        fill(n, values.data());
+        if (!w.writeFrame(values.data()))
+            return false;
+    }
+    return w.close(nullptr);
+}

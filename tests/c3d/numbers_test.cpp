@@ -43,15 +43,6 @@ INSTANTIATE_TEST_SUITE_P(
                     FloatBytes{"DecLargestValue", Processor::Dec, {0xFF, 0x7F, 0xFF, 0xFF}, 1.7014117e38f}),
     [](const testing::TestParamInfo<FloatBytes>& i) { return std::string(i.param.name); });
 
-TEST(Numbers, IntegersFollowTheProcessorsByteOrder)
-{
-    const uint8_t little[2] = {0x34, 0x12}, big[2] = {0x12, 0x34}, minusOne[2] = {0xFF, 0xFF};
-    EXPECT_EQ(C3D::readInt16(little, Processor::Dec), 0x1234);
-    EXPECT_EQ(C3D::readInt16(big, Processor::Mips), 0x1234);
-    EXPECT_EQ(C3D::readInt16(minusOne, Processor::Mips), -1);
-    EXPECT_EQ(C3D::readUInt16(minusOne, Processor::Intel), 65535);
-}
-
 // Float files store the fourth word as a float; writers mark a missing sample by
 // -1, 65535 or -32768, all negative as a signed 16-bit word.
 TEST(Numbers, FourthWordOfFloatFilesReadsAsSigned16Bits)

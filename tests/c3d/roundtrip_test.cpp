@@ -25,10 +25,7 @@ protected:
 
 TEST_F(RoundTrip, MissingSamplesLoseTheirCoordinates)
 {
-    C3D::WriterSetup s = testSetup(2, 4);
-    s.firstFrame = 7;
-    s.frameRate = 120.0;
-    ASSERT_TRUE(writeTestTake(path, s, [&](int64_t n, float* v) {
+    ASSERT_TRUE(writeTestTake(path, testSetup(2, 4), [&](int64_t n, float* v) {
         for (int k = 0; k < 8; ++k)
             v[k] = k % 4 == 3 ? C3D::fourthWord(3, 4) : float(n) * 10.5f - float(k);
         if (n == 2)
@@ -39,8 +36,6 @@ TEST_F(RoundTrip, MissingSamplesLoseTheirCoordinates)
 
     const TAV::Frames take = load();
     ASSERT_EQ(take.size(), 4);
-    EXPECT_EQ(take.property<qint64>("firstFrame"), 7);
-    EXPECT_EQ(take.property<QList<qint64>>("timeLut"), (QList<qint64>{0, 8333, 16667, 25000}));
     for (int n = 0; n < 4; ++n) {
         const TAV::Marker& m = take[n].markers[1];
         const bool missing = n >= 2;
@@ -53,13 +48,16 @@ TEST_F(RoundTrip, MissingSamplesLoseTheirCoordinates)
 TEST_F(RoundTrip, FrameCountsPast16BitsComeFromTheParameters)
 {
     const int64_t frames = 70000;
-    ASSERT_TRUE(writeTestTake(path, testSetup(1, frames), [](int64_t n, float* v) {
+    C3D::WriterSetup s = testSetup(1, frames);
+    s.firstFrame = 100000;
+    ASSERT_TRUE(writeTestTake(path, s, [](int64_t n, float* v) {
         v[0] = float(n);
         v[1] = v[2] = 0.0f;
         v[3] = C3D::fourthWord(1, 1);
     }));
     const TAV::Frames take = load();
     ASSERT_EQ(take.size(), frames);
+    EXPECT_EQ(take.property<qint64>("firstFrame"), 100000);
     EXPECT_EQ(take.last().markers[0].x, float(frames - 1));
     EXPECT_EQ(take.last().markers[0].time, frames - 1);
 }

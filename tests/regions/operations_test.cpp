@@ -55,7 +55,6 @@ TEST(RegionsRemove, ByTypeAndByLength)
     } cases[] = {
         {2, 0, {{0, 9, 1}, {13, 14, 8}, {-1, 4, 1}}},
         {0, 5, {{10, 12, 2}, {13, 14, 8}, {15, 15, 3}, {-1, 4, 1}}},
-        {8, 2, {{15, 15, 3}, {-1, 4, 1}}},
     };
     for (const auto& c : cases) {
         Regions r = all;

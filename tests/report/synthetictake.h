@@ -5,7 +5,18 @@
 #include <string>
 #include <vector>
 
-TAV::Markers letterTrack(const std::string& conds);
+inline float condOf(char letter)
+{
+    return letter == 'G' ? 1.5f : letter == 'F' ? 0.8f : letter == 'P' ? 0.3f : 0.0f;
+}
+
+inline TAV::Markers letterTrack(const std::string& conds)
+{
+    TAV::Markers track;
+    for (char c : conds)
+        track.append(TAV::Marker{0, 0, track.size(), 0, 0, 0, condOf(c)});
+    return track;
+}
 
 struct LetterMarker {
     std::string name;
@@ -13,4 +24,18 @@ struct LetterMarker {
     std::string options = "kind=marker";
 };
 
-TAV::Frames letterTake(const std::vector<LetterMarker>& markers, double rate);
+inline TAV::Frames letterTake(const std::vector<LetterMarker>& markers, double rate)
+{
+    TAV::Frames take;
+    for (size_t n = 0; !markers.empty() && n < markers.front().conds.size(); ++n) {
+        TAV::Frame f;
+        f.time = int64_t(n);
+        for (size_t k = 0; k < markers.size(); ++k)
+            f.markers.append(TAV::Marker{uint32_t(k), 0, int64_t(n), 0, 0, 0, condOf(markers[k].conds[n])});
+        take.append(f);
+    }
+    for (size_t k = 0; k < markers.size(); ++k)
+        take.markerInfo.emplace_back(uint32_t(k), 0, markers[k].name, markers[k].options);
+    take.setProperty<double>("frequency", rate);
+    return take;
+}
