@@ -40,6 +40,18 @@ protected:
     }
 };
 
+// A table of cases over DrawStream; Row has a name.
+template <class Row>
+class DrawRows : public DrawStream, public testing::WithParamInterface<Row> {};
+
+struct RowName {
+    template <class Row>
+    std::string operator()(const testing::TestParamInfo<Row>& i) const
+    {
+        return i.param.name;
+    }
+};
+
 // The state block around a paint.
 inline Calls opening()
 {
@@ -54,37 +66,20 @@ inline Calls pointsBlock(float size, const Calls& points)
     return Calls{glrec::PointSize(size), glrec::Begin(GL_POINTS)} + points + Calls{glrec::End(), glrec::PointSize(1)};
 }
 
-// One sample as a point per axis.
+const Calls axisColours{glrec::Color3f(0.8f, 0, 0), glrec::Color3f(0, 0.8f, 0), glrec::Color3f(0, 0, 0.8f)};
+
+// One sample as a point per axis of channels (1 x, 2 y, 4 z).
 inline Calls point(float x, const Vector& v, int channels = 7, bool rgb = false, bool rigid = false)
 {
     Calls c{glrec::Color3f(0.8f, 0.8f, 0.8f)};
     if (rigid)
         c.push_back(glrec::Color3f(8.0f, 0.8f, 0.2f));
-    const float axis[3] = {v.x, v.y, v.z};
-    const Calls colours{glrec::Color3f(0.8f, 0, 0), glrec::Color3f(0, 0.8f, 0), glrec::Color3f(0, 0, 0.8f)};
     for (int i = 0; i < 3; ++i) {
         if (!(channels & (1 << i)))
             continue;
         if (rgb)
-            c.push_back(colours[i]);
-        c.push_back(glrec::Vertex3f(x, axis[i], 1));
-    }
-    return c;
-}
-
-// The segment calls for one pair of samples, without their begin/end.
-inline Calls segmentVertices(double x0, double x1, const Vector& v0, const Vector& v1, int channels = 7,
-                             bool rgb = false)
-{
-    Calls c;
-    const float a[3] = {v0.x, v0.y, v0.z}, b[3] = {v1.x, v1.y, v1.z};
-    const Calls colours{glrec::Color3f(0.8f, 0, 0), glrec::Color3f(0, 0.8f, 0), glrec::Color3f(0, 0, 0.8f)};
-    for (int i = 0; i < 3; ++i) {
-        if (!(channels & (1 << i)))
-            continue;
-        c.push_back(rgb ? colours[i] : glrec::Color3f(0.8f, 0.8f, 0.8f));
-        c.push_back(glrec::Vertex3d(x0, a[i], 1));
-        c.push_back(glrec::Vertex3d(x1, b[i], 1));
+            c.push_back(axisColours[i]);
+        c.push_back(glrec::Vertex3f(x, v[i], 1));
     }
     return c;
 }
@@ -92,14 +87,41 @@ inline Calls segmentVertices(double x0, double x1, const Vector& v0, const Vecto
 // One segment in its own begin/end pair, as the exact drawing sends it.
 inline Calls segment(double x0, double x1, const Vector& v0, const Vector& v1, int channels = 7, bool rgb = false)
 {
-    return Calls{glrec::Begin(GL_LINES)} + segmentVertices(x0, x1, v0, v1, channels, rgb) + Calls{glrec::End()};
+    Calls c{glrec::Begin(GL_LINES)};
+    for (int i = 0; i < 3; ++i) {
+        if (!(channels & (1 << i)))
+            continue;
+        c.push_back(rgb ? axisColours[i] : glrec::Color3f(0.8f, 0.8f, 0.8f));
+        c.push_back(glrec::Vertex3d(x0, v0[i], 1));
+        c.push_back(glrec::Vertex3d(x1, v1[i], 1));
+    }
+    c.push_back(glrec::End());
+    return c;
 }
 
-// A full-height band from x0 to x1 at depth z, as the region layer draws it.
-inline Calls band(double x0, double x1, double top, double bottom, double z)
+// A full-height band of the default view from x0 to x1 at depth z.
+inline Calls band(double x0, double x1, double z)
 {
-    return {glrec::Begin(GL_QUADS), glrec::Vertex3d(x0, top, z), glrec::Vertex3d(x0, bottom, z),
-            glrec::Vertex3d(x1, bottom, z), glrec::Vertex3d(x1, top, z), glrec::End()};
+    return {glrec::Begin(GL_QUADS), glrec::Vertex3d(x0, 25, z), glrec::Vertex3d(x0, -25, z),
+            glrec::Vertex3d(x1, -25, z), glrec::Vertex3d(x1, 25, z), glrec::End()};
+}
+
+// A run from t0 to t1 in its shade, maybe outlined.
+inline Calls run(double t0, double t1, float r, float g, float b, bool outline = true)
+{
+    Calls c = Calls{glrec::Color4f(1, 1, 1, 0.5f), glrec::Color4f(r, g, b, 0.5f)} + band(t0, t1, 0);
+    if (outline)
+        c = c + Calls{glrec::Color4f(0.3f, 0.3f, 0.5f, 0.8f), glrec::Begin(GL_LINES), glrec::Vertex3d(t0, 25, 0.1),
+                      glrec::Vertex3d(t0, -25, 0.1), glrec::Vertex3d(t1, -25, 0.1), glrec::Vertex3d(t1, 25, 0.1),
+                      glrec::End()};
+    return c;
+}
+
+// The region layer's own attribute block around its calls.
+inline Calls layer(const Calls& inner)
+{
+    return Calls{glrec::PushAttrib(GL_ALL_ATTRIB_BITS), glrec::PolygonMode(GL_FRONT, GL_FILL)} + inner +
+           Calls{glrec::PopAttrib()};
 }
 
 // Index of the n-th call (from 0) with this name, or -1.
@@ -121,9 +143,9 @@ inline Calls pointsPart(const Calls& c)
 }
 
 // What a paint sends after its points and before the closing glPopAttrib: the
-// lines, when the paint has no runs and its cursor is out of the view.
+// lines, the region layer and the cursor.
 inline Calls afterPoints(const Calls& c)
 {
     const int b = nth(c, "glPointSize", 1);
-    return b < 0 || c.empty() ? Calls{} : slice(c, b + 1, int(c.size()) - 1);
+    return b < 0 ? Calls{} : slice(c, b + 1, int(c.size()) - 1);
 }

@@ -20,48 +20,31 @@ void record(const char* name, std::initializer_list<double> args)
     log().push_back(Call{name, std::vector<double>(args)});
 }
 
-const char* enumName(const std::string& fn, size_t arg, double v)
+// The names of the enums the graph module sends, by entry point.
+const char* enumName(const std::string& fn, double v)
 {
-    const GLenum e = GLenum(v);
-    if (fn == "glBegin") {
-        switch (e) {
-        case GL_POINTS: return "GL_POINTS";
-        case GL_LINES: return "GL_LINES";
-        case GL_LINE_STRIP: return "GL_LINE_STRIP";
-        case GL_TRIANGLES: return "GL_TRIANGLES";
-        case GL_QUADS: return "GL_QUADS";
-        }
-    } else if (fn == "glEnable" || fn == "glDisable") {
-        switch (e) {
-        case GL_LIGHTING: return "GL_LIGHTING";
-        case GL_DEPTH_TEST: return "GL_DEPTH_TEST";
-        case GL_BLEND: return "GL_BLEND";
-        case GL_POINT_SMOOTH: return "GL_POINT_SMOOTH";
-        case GL_LINE_SMOOTH: return "GL_LINE_SMOOTH";
-        }
-    } else if (fn == "glShadeModel") {
-        switch (e) {
-        case GL_FLAT: return "GL_FLAT";
-        case GL_SMOOTH: return "GL_SMOOTH";
-        }
-    } else if (fn == "glBlendFunc") {
-        switch (e) {
-        case GL_SRC_ALPHA: return "GL_SRC_ALPHA";
-        case GL_ONE_MINUS_SRC_ALPHA: return "GL_ONE_MINUS_SRC_ALPHA";
-        case GL_ONE: return "GL_ONE";
-        case GL_ZERO: return "GL_ZERO";
-        }
-    } else if (fn == "glPolygonMode") {
-        switch (e) {
-        case GL_FRONT: return arg == 0 ? "GL_FRONT" : nullptr;
-        case GL_BACK: return "GL_BACK";
-        case GL_FRONT_AND_BACK: return "GL_FRONT_AND_BACK";
-        case GL_FILL: return "GL_FILL";
-        case GL_LINE: return "GL_LINE";
-        }
-    } else if (fn == "glPushAttrib" && e == GL_ALL_ATTRIB_BITS) {
-        return "GL_ALL_ATTRIB_BITS";
-    }
+    struct Name {
+        const char* fn;
+        GLenum e;
+        const char* name;
+    };
+    static const Name names[] = {
+        {"glBegin", GL_POINTS, "GL_POINTS"},
+        {"glBegin", GL_LINES, "GL_LINES"},
+        {"glBegin", GL_QUADS, "GL_QUADS"},
+        {"glEnable", GL_DEPTH_TEST, "GL_DEPTH_TEST"},
+        {"glEnable", GL_BLEND, "GL_BLEND"},
+        {"glDisable", GL_LIGHTING, "GL_LIGHTING"},
+        {"glShadeModel", GL_FLAT, "GL_FLAT"},
+        {"glBlendFunc", GL_SRC_ALPHA, "GL_SRC_ALPHA"},
+        {"glBlendFunc", GL_ONE_MINUS_SRC_ALPHA, "GL_ONE_MINUS_SRC_ALPHA"},
+        {"glPolygonMode", GL_FRONT, "GL_FRONT"},
+        {"glPolygonMode", GL_FILL, "GL_FILL"},
+        {"glPushAttrib", GL_ALL_ATTRIB_BITS, "GL_ALL_ATTRIB_BITS"},
+    };
+    for (const Name& n : names)
+        if (fn == n.fn && double(n.e) == v)
+            return n.name;
     return nullptr;
 }
 
@@ -81,7 +64,7 @@ std::string toString(const Call& c)
     for (size_t i = 0; i < c.args.size(); ++i) {
         if (i)
             s += ", ";
-        const char* e = enumName(c.name, i, c.args[i]);
+        const char* e = enumName(c.name, c.args[i]);
         s += e ? std::string(e) : number(c.args[i]);
     }
     return s + ")";
