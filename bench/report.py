@@ -12,7 +12,8 @@ The template's prose stays as written; every {{...}} in it is filled from the ru
   {{ms:BENCH}}         a wall time in milliseconds, {{us:BENCH}} in microseconds
   {{ratio:A:B}}        wall time of A over wall time of B
   {{cpuratio:A:B}}     the same for process CPU time
-  {{percent:BENCH:C}}  counter C of BENCH as a percentage, {{count:BENCH:C}} as a number
+  {{percent:BENCH:C}}  counter C of BENCH as a percentage
+  {{count:BENCH:C}}    counter C of BENCH (or its GL count: vertices, blocks, calls) as a number
 """
 import argparse
 import json
@@ -345,7 +346,9 @@ def fill(template, run, tables):
             return "—" if v is None else f"{v * 100:.1f} %"
         if kind == "count":
             bench, counter = arg.split(":")
-            return count(run.results.get(bench, {}).get("counters", {}).get(counter))
+            counted = run.counts.get(bench, {}).get(counter)
+            return count(counted if counted is not None else
+                         run.results.get(bench, {}).get("counters", {}).get(counter))
         if kind in ("ratio", "cpuratio"):
             a, b = arg.split(":")
             return x(run.ratio(a, b, cpu=kind == "cpuratio"))
