@@ -3,6 +3,7 @@
 #include "GL/gl.h"
 #include "modules/drawprimitives.h"
 #include "modules/drawvisible.h"
+#include "modules/offsetof.h"
 #include "modules/tavgraph.h"
 #include "utils/saturate.h"
 
@@ -82,28 +83,6 @@ bool drawn(const T& m, bool fill)
 {
     return !(m.cond <= 0) && !hidden(m, fill);
 }
-
-// The offset of a sample's id; the map is searched again only when the id changes.
-class OffsetOf {
-public:
-    explicit OffsetOf(const IdMap<Vector>& map) : map(map) {}
-    const Vector& operator()(uint32_t id)
-    {
-        if (!known || id != lastId) {
-            offset = Vector();
-            map.find(int(id), offset);
-            lastId = id;
-            known = true;
-        }
-        return offset;
-    }
-
-private:
-    const IdMap<Vector>& map;
-    bool known = false;
-    uint32_t lastId = 0;
-    Vector offset;
-};
 
 template <class T>
 void sendTrackPoints(const QVector<T>& data, const PointPaint& s, const IdMap<Vector>& offsets, int64_t offsetX,

@@ -1,6 +1,7 @@
 // The data rectangle the graph wants shown: the frame range chosen by the mode and
 // the y extent of the shown tracks.
 #include "modules/minmax.h"
+#include "modules/offsetof.h"
 #include "modules/tavgraph.h"
 
 #include "utils/saturate.h"
@@ -18,15 +19,14 @@ template <class T>
 void widenBySamples(const QVector<T>& samples, const IdMap<Vector>& offsets, qint64 offsetX, float minx,
                     float maxx, float& miny, float& maxy)
 {
+    OffsetOf offset(offsets);
     for (const T& s : samples) {
         const float x = float(sub64(s.time, offsetX));
         if (minx > x || x > maxx)
             continue;
         if (s.cond <= 0)
             continue;
-        Vector o;
-        offsets.find(int(s.id), o);
-        minmax(Vector(s) - o, miny, maxy);
+        minmax(Vector(s) - offset(s.id), miny, maxy);
     }
 }
 
