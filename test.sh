@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds everything and runs every test suite twice: once in a normal build and once
-# built with AddressSanitizer and UndefinedBehaviorSanitizer. Installs what is missing.
+# built with AddressSanitizer and UndefinedBehaviorSanitizer; then runs each fuzz
+# target for a few seconds. Installs what is missing.
 set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/deps.sh
@@ -21,3 +22,5 @@ export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:fast_unwind_on_malloc=1
 export LSAN_OPTIONS=suppressions=$PWD/tests/lsan.supp:print_suppressions=0:fast_unwind_on_malloc=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 run_suite build-asan -DTAV_SANITIZE=ON -DTAV_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=Debug
+echo "== fuzz targets, a few seconds each (scripts/fuzz.sh SECONDS for longer runs)"
+scripts/fuzz.sh 5

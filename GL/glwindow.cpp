@@ -1,5 +1,7 @@
 #include "GL/glwindow.h"
 
+#include "GL/editactions.h"
+
 #include <QTimer>
 
 #include <cmath>
@@ -34,6 +36,7 @@ void GLWindow::AddView(GLW* view)
     current = view;
     if (!view->property("visible").isValid())
         view->setProperty("visible", true);
+    addEditActions(view);
     for (QAction* a : view->actions())
         if (!a->shortcut().isEmpty())
             addAction(a);

@@ -17,4 +17,6 @@ void registerNavigation();
 void registerBlankPaint();
 void registerC3D();
 void registerTakeWork(int frames);
+// tavview's edits of a selection on a take of that length.
+void registerEdits(int frames);
 void registerPaints(int frames, const BenchOptions& options);

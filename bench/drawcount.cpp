@@ -36,6 +36,12 @@ int main(int argc, char** argv)
         g.load(tracks, frames, allTracks(shape));
         for (const PaintCase& c : paintCases()) {
             g.setUp(c);
+            // The projection the host's window sets for this view: pixel centres on the
+            // data points that Cursor gives for them.
+            const GLW& v = g.view();
+            const int w = int(v.width()), h = int(v.height());
+            const Vector low = v.viewport.Cursor(-0.5f, -0.5f, w, h), high = v.viewport.Cursor(w - 0.5f, h - 0.5f, w, h);
+            glcount::setWindow(low.x, high.x, low.y, high.y, 0, 0, w, h);
             glcount::reset();
             g.graph().Draw2D(&g.view());
             const glcount::Counts n = glcount::counts();

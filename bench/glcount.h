@@ -15,4 +15,9 @@ struct Counts {
 void reset();
 Counts counts();
 
+// The state GL would answer queries with: a host window's depth rule and an
+// orthographic projection of data [left, right] x [bottom, top] onto the viewport
+// (x, y, w, h) in window pixels. Until it is set, queries find no depth test.
+void setWindow(double left, double right, double bottom, double top, int x, int y, int w, int h);
+
 } // namespace glcount

@@ -1,5 +1,6 @@
 #include "bench/graphview.h"
 
+#include "modules/core/contract.h"
 #include "host/tavview/viewcamera.h"
 
 QString caseName(const PaintCase& c)
@@ -36,7 +37,7 @@ GraphView::GraphView(bool withWindow) : glView(new GLW), graphObject(new TAVGrap
         glView->rect = QRectF(0, 0, PaintWidth, PaintHeight);
     }
     TAVGraph* g = graphObject.get();
-    defaultLinesLOD = g->property<float>("linesLODpx");
+    defaultLinesLOD = g->property<float>(GraphProperty::linesLODpx);
     QObject::connect(g, &TAVGraph::Select, g, &TAVGraph::Selected);
     g->Connected(glView.get());
 }
@@ -66,10 +67,10 @@ void GraphView::load(TAV::Frames& tracks, int frames, const TrackSelection& sele
 void GraphView::setUp(const PaintCase& c)
 {
     TAVGraph& g = *graphObject;
-    g.setProperty<bool>("fastDraw", c.fast);
-    g.setProperty<float>("linesLODpx", c.style == PaintStyle::Lines ? 1e9f : defaultLinesLOD);
-    g.setProperty<bool>("enableMarkers", c.style != PaintStyle::Runs);
-    g.setProperty<bool>("enableRigids", c.style != PaintStyle::Runs);
+    g.setProperty<bool>(GraphProperty::fastDraw, c.fast);
+    g.setProperty<float>(GraphProperty::linesLODpx, c.style == PaintStyle::Lines ? 1e9f : defaultLinesLOD);
+    g.setProperty<bool>(GraphProperty::enableMarkers, c.style != PaintStyle::Runs);
+    g.setProperty<bool>(GraphProperty::enableRigids, c.style != PaintStyle::Runs);
     GL::Viewport& vp = glView->viewport;
     fitViewport(vp, whole, PaintWidth, PaintHeight);
     if (c.zoomedIn) {

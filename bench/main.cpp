@@ -73,6 +73,7 @@ int main(int argc, char** argv)
     registerBlankPaint();
     registerC3D();
     for (int frames : o.lengths) {
+        registerEdits(frames);
         registerTakeWork(frames);
         registerPaints(frames, o);
     }

@@ -49,12 +49,34 @@ void paintGraph(benchmark::State& state, int frames, PaintCase c, BenchOptions o
     g->setUp(c);
     warmUp(*g);
     for (auto _ : state) {
+        g->graph().forgetFastPaint(); // each paint walks the take, as after a change of view
         g->window()->updateGL();
         glFinish(); // the GL work, not only its queueing
     }
     state.counters["runs"] = benchmark::Counter(double(g->graph().regions.size()));
     if (frames == options.pictureLength)
         save(g->grab(), options, "tavgraph-" + caseName(c).replace('/', '-'));
+}
+
+// Playback or seeking zoomed out: only the cursor moves between paints, so the
+// fast paint replays the last one.
+void paintCursor(benchmark::State& state, int frames)
+{
+    GraphView* g = Stage::instance().window(frames);
+    if (!g) {
+        state.SkipWithError(noDisplay);
+        return;
+    }
+    g->setUp(PaintCase{true, PaintStyle::Points, false});
+    g->window()->updateGL(); // the paint a change of view makes
+    g->window()->updateGL(); // the first repaint without one: kept for the next ones
+    FramesInfo info = g->graph().framesInfo;
+    for (auto _ : state) {
+        info.Step(1);
+        g->graph().SetFramesInfo(&info);
+        g->window()->updateGL();
+        glFinish();
+    }
 }
 
 void paintPeer(benchmark::State& state, int frames, QString name, bool zoomedIn, BenchOptions options)
@@ -128,6 +150,7 @@ void registerPaints(int frames, const BenchOptions& options)
         const std::string name = "paint/" + caseName(c).toStdString() + n;
         timed(benchmark::RegisterBenchmark(name.c_str(), paintGraph, frames, c, options));
     }
+    timed(benchmark::RegisterBenchmark(("paint/fast/cursor/out" + n).c_str(), paintCursor, frames));
     timed(benchmark::RegisterBenchmark(("limit/read-window" + n).c_str(), readWindow, frames));
     for (const QString& peer : {QStringLiteral("qcustomplot"), QStringLiteral("qwt")})
         for (bool zoomedIn : {false, true}) {

@@ -8,7 +8,7 @@
                    --plot perf.png --montage perf-pictures.png
 
 The template's prose stays as written; every {{...}} in it is filled from the run:
-  {{table:NAME}}       a table (machine, take, paint, peers, growth, navigation, c3d, goals)
+  {{table:NAME}}       a table (machine, take, paint, peers, growth, navigation, c3d, edits, goals)
   {{ms:BENCH}}         a wall time in milliseconds, {{us:BENCH}} in microseconds
   {{ratio:A:B}}        wall time of A over wall time of B
   {{cpuratio:A:B}}     the same for process CPU time
@@ -30,7 +30,7 @@ LIMIT_OF = {  # what each measure is divided by: the same samples read once
     "range2d/mode2": "limit/read-tracks",
 }
 PAINT_CASES = [f"{mode}/{style}/{zoom}" for style in ("points", "lines") for zoom in ("out", "in")
-               for mode in ("exact", "fast")] + ["fast/runs/out", "fast/runs/in"]
+               for mode in ("exact", "fast")] + ["fast/runs/out", "fast/runs/in", "fast/cursor/out"]
 PEERS = [("qcustomplot", "QCustomPlot"), ("qwt", "Qwt")]
 
 
@@ -234,6 +234,25 @@ def c3d_table(run):
                  rows)
 
 
+def edits_table(run):
+    """Edits of a selection, beside one read of its samples, per sample edited."""
+    rows = []
+    for name in sorted(n for n in run.results if n.startswith("edit/")):
+        size = name.split("/")[2]
+        limit = "limit/read-selection/" + size
+        if not run.ok(name) or not run.ok(limit):
+            rows.append((f"`{name}`", "—", "—", "—"))
+            continue
+        samples = run.results[name]["counters"].get("samples", 0)
+        limit_samples = run.results[limit]["counters"].get("samples", 0)
+        per_sample = None
+        if samples and limit_samples:
+            per_sample = (run.wall(name) / samples) / (run.wall(limit) / limit_samples)
+        rows.append((f"`{name.split('/iterations')[0]}`", f"{samples:,.0f}" if samples else "—",
+                     f"{run.wall(name) * 1000:,.1f}", x(per_sample)))
+    return table(["measure", "samples", "µs", "÷ reading as many samples"], rows)
+
+
 def verdict(value, target, below=True):
     if value is None:
         return "not measured"
@@ -374,7 +393,7 @@ def report(args):
         print(f"report.py: {n} did not run: {e}", file=sys.stderr)
     tables = {"machine": machine_table(run, facts), "take": take_table(run), "paint": paint_table(run),
               "peers": peers_table(run), "growth": growth_table(run), "navigation": navigation_table(run),
-              "c3d": c3d_table(run), "goals": goals_table(run)}
+              "c3d": c3d_table(run), "edits": edits_table(run), "goals": goals_table(run)}
     with open(args.template) as f:
         text = fill(f.read(), run, tables)
     with open(args.out, "w") as f:

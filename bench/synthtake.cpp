@@ -1,5 +1,8 @@
 #include "bench/synthtake.h"
 
+#include "modules/core/frametimes.h"
+#include "modules/core/sampleflags.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -7,8 +10,6 @@
 #include <vector>
 
 namespace {
-
-const uint32_t filledFlag = 0x10;
 
 // splitmix64: small, fast, and the same sequence on every platform.
 class Random {
@@ -125,7 +126,7 @@ public:
             --gapLeft;
             if (gapFilled) { // an interpolated position: fair, and marked filled
                 s.cond = 1.0f;
-                s.flags = filledFlag;
+                s.flags = FilledFlag;
             } else {
                 s.p[0] = s.p[1] = s.p[2] = 0;
                 s.cond = 0;
@@ -181,14 +182,7 @@ std::vector<TrackModel> models(const TakeShape& shape, int count, bool rigid)
     return m;
 }
 
-QList<qint64> timeLut(const TakeShape& shape)
-{
-    QList<qint64> lut;
-    lut.reserve(shape.frames);
-    for (int i = 0; i < shape.frames; ++i)
-        lut.append(qint64(std::llround(i * 1e6 / shape.rate)));
-    return lut;
-}
+QList<qint64> timeLut(const TakeShape& shape) { return frameTimes(shape.frames, shape.rate); }
 
 void describe(const TakeShape& shape, TAV::Frames& store)
 {

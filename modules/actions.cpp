@@ -2,6 +2,8 @@
 // Actions live on the view; the graph finds them again by object name.
 #include "modules/tavgraph.h"
 
+#include "modules/core/contract.h"
+
 namespace {
 
 struct KeyAction {
@@ -15,19 +17,19 @@ struct KeyAction {
 
 // "nextaoi" and "prevaoi" are checkable although their slots take no argument.
 const KeyAction keyActions[] = {
-    {"enable_markers", "", "1EnableMarkers(bool)", "Marker Tracks", "Draw markers in the graph", true},
-    {"enable_rigids", "", "1EnableRigids(bool)", "Rigid Tracks", "Draw rigids in the graph", true},
-    {"enable_rigid_angles", "", "1ToggleDrawAngles(bool)", "Rigid Rotations",
+    {GraphAction::enableMarkers, "", "1EnableMarkers(bool)", "Marker Tracks", "Draw markers in the graph", true},
+    {GraphAction::enableRigids, "", "1EnableRigids(bool)", "Rigid Tracks", "Draw rigids in the graph", true},
+    {GraphAction::enableRigidAngles, "", "1ToggleDrawAngles(bool)", "Rigid Rotations",
      "Draw rigid rotations (axis-angle) in the graph", true},
-    {"enable_tc", "", "1ToggleDrawTC(bool)", "Timecode Ticks", "", true},
-    {"enable_original", "", "1ToggleDrawOriginal(bool)", "Original Tracks", "", true},
-    {"nextaoi", "Ctrl+.", "1NextAOI()", "Next area of interest", "Jump frame to next peak or occlusion", true},
-    {"prevaoi", "Ctrl+,", "1PrevAOI()", "Previous area of interest", "Jump frame to previous peak or occlusion",
+    {GraphAction::enableTC, "", "1ToggleDrawTC(bool)", "Timecode Ticks", "", true},
+    {GraphAction::enableOriginal, "", "1ToggleDrawOriginal(bool)", "Original Tracks", "", true},
+    {GraphAction::nextAOI, "Ctrl+.", "1NextAOI()", "Next area of interest", "Jump frame to next peak or occlusion", true},
+    {GraphAction::prevAOI, "Ctrl+,", "1PrevAOI()", "Previous area of interest", "Jump frame to previous peak or occlusion",
      true},
-    {"select_region", "r", "1SelectRegion()", "Select Region", "Select Region under mouse cursor", false},
-    {"updateoffsets", "t", "1UpdateTrackOffsets()", "Update track offsets",
+    {GraphAction::selectRegion, "r", "1SelectRegion()", "Select Region", "Select Region under mouse cursor", false},
+    {GraphAction::updateOffsets, "t", "1UpdateTrackOffsets()", "Update track offsets",
      "Offset display of graph tracks to the y-origin under the mouse", false},
-    {"clearoffsets", "", "1ClearTrackOffsets()", "Clear track offsets",
+    {GraphAction::clearOffsets, "", "1ClearTrackOffsets()", "Clear track offsets",
      "Display graph tracks at their unmodified positions", false},
 };
 
@@ -41,9 +43,9 @@ struct MouseAction {
 };
 
 const MouseAction mouseActions[] = {
-    {"movecursor", quint32(Qt::LeftButton), "1MoveCursor(Mouse*, bool)", "Move Cursor", "Sets current frame number", false},
-    {"expandselect", quint32(Qt::ControlModifier) | quint32(Qt::XButton1), "1ExpandSelect()", "Expand Selection", "", false},
-    {"contractselect", quint32(Qt::ControlModifier) | quint32(Qt::XButton2), "1ContractSelect()", "Contract Selection", "", false},
+    {GraphAction::moveCursor, quint32(Qt::LeftButton), "1MoveCursor(Mouse*, bool)", "Move Cursor", "Sets current frame number", false},
+    {GraphAction::expandSelect, quint32(Qt::ControlModifier) | quint32(Qt::XButton1), "1ExpandSelect()", "Expand Selection", "", false},
+    {GraphAction::contractSelect, quint32(Qt::ControlModifier) | quint32(Qt::XButton2), "1ContractSelect()", "Contract Selection", "", false},
 };
 
 } // namespace
@@ -99,25 +101,28 @@ void TAVGraph::InitContextMenuTree(GLW* view, MenuTree* mt)
     const bool selection = isValidRange(int(selectStart), int(selectEnd));
     int priority = 3;
     if (selection) {
-        insert_action(view, mt, "applytool", "applytool", priority++, false, true);
-        insert_action(view, mt, "delete_data", "delete_data", priority++, false, false);
-        insert_action(view, mt, "revert_data", "revert_data", priority++, false, false);
+        insert_action(view, mt, GraphAction::applyTool, "applytool", priority++, false, true);
+        insert_action(view, mt, GraphAction::deleteData, "delete_data", priority++, false, false);
+        insert_action(view, mt, GraphAction::revertData, "revert_data", priority++, false, false);
     }
-    insert_action(view, mt, "updateoffsets", "updateoffsets", priority++, false, selection);
+    insert_action(view, mt, GraphAction::updateOffsets, "updateoffsets", priority++, false, selection);
     // Only marker offsets bring the entry in; rigid offsets alone do not.
     if (!trackOffsets.empty())
-        insert_action(view, mt, "clearoffsets", "clearoffsets", priority++, false, false);
-    insert_action(view, mt, "nextaoi", "nextaoi", priority++, false, false);
-    insert_action(view, mt, "prevaoi", "prevaoi", priority++, false, false);
-    insert_action(view, mt, "select_region", "select_region", priority++, false, false);
+        insert_action(view, mt, GraphAction::clearOffsets, "clearoffsets", priority++, false, false);
+    insert_action(view, mt, GraphAction::nextAOI, "nextaoi", priority++, false, false);
+    insert_action(view, mt, GraphAction::prevAOI, "prevaoi", priority++, false, false);
+    insert_action(view, mt, GraphAction::selectRegion, "select_region", priority++, false, false);
 
     mt->Insert(QString("display"), QString("Display"), 10, 0);
-    const bool enableRigids = property<bool>("enableRigids");
-    insert_action(view, mt, "enable_markers", "display.enable_markers", 0, property<bool>("enableMarkers"), false);
-    insert_action(view, mt, "enable_rigids", "display.enable_rigids", 1, enableRigids, false);
+    const bool enableRigids = property<bool>(GraphProperty::enableRigids);
+    insert_action(view, mt, GraphAction::enableMarkers, "display.enable_markers", 0,
+                  property<bool>(GraphProperty::enableMarkers), false);
+    insert_action(view, mt, GraphAction::enableRigids, "display.enable_rigids", 1, enableRigids, false);
     if (enableRigids)
-        insert_action(view, mt, "enable_rigid_angles", "display.enable_rigid_angles", 1,
-                      property<bool>("drawRBAxisAngle"), false);
-    insert_action(view, mt, "enable_original", "display.enable_original", 2, property<bool>("drawOrig"), false);
-    insert_action(view, mt, "enable_tc", "display.enable_tc", 11, property<bool>("drawTC"), false);
+        insert_action(view, mt, GraphAction::enableRigidAngles, "display.enable_rigid_angles", 1,
+                      property<bool>(GraphProperty::drawRBAxisAngle), false);
+    insert_action(view, mt, GraphAction::enableOriginal, "display.enable_original", 2,
+                  property<bool>(GraphProperty::drawOrig), false);
+    insert_action(view, mt, GraphAction::enableTC, "display.enable_tc", 11,
+                  property<bool>(GraphProperty::drawTC), false);
 }

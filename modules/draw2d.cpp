@@ -1,8 +1,13 @@
 // The paint entry: the state block around points, lines, runs and cursor.
 #include "modules/drawprimitives.h"
 #include "modules/drawvisible.h"
+#include "modules/paintcache.h"
 #include "modules/tavgraph.h"
 #include "utils/saturate.h"
+
+#include "modules/core/contract.h"
+
+#include <optional>
 
 #include <cmath>
 
@@ -32,7 +37,7 @@ void TAVGraph::Draw2D(GLW* glw)
         return;
     if (!drawable(viewEdges(*glw)))
         return;
-    const bool fast = property<bool>("fastDraw");
+    const bool fast = property<bool>(GraphProperty::fastDraw);
 
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glDisable(GL_LIGHTING);
@@ -41,14 +46,33 @@ void TAVGraph::Draw2D(GLW* glw)
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 
+    // Points first, then lines: the lines are culled against what points wrote.
+    // Where the state allows the cull, a repaint with only the cursor moved
+    // replays the last one.
+    std::optional<Coverage> coverage;
+    bool replayed = false;
     if (fast) {
-        drawVisibleTrackPoints(*this, *glw);
-        drawVisibleTrackLines(*this, *glw);
-    } else {
-        drawTrackPoints(glw);
-        drawTrackLines(glw);
+        coverage = paintCoverage(viewEdges(*glw));
+        if (coverage) {
+            if (!fastPaint)
+                fastPaint = std::make_unique<FastPaintCache>();
+            replayed = fastPaint->replayOrRecord(FastPaintInputs::of(*this, *glw, *coverage));
+        }
     }
-    drawRegions(glw);
+    if (!replayed) {
+        if (fast) {
+            Coverage* c = coverage ? &*coverage : nullptr;
+            drawVisibleTrackPoints(*this, *glw, c);
+            drawVisibleTrackLines(*this, *glw, c);
+        } else {
+            drawTrackPoints(glw);
+            drawTrackLines(glw);
+        }
+        if (!(coverage && drawVisibleRegions(*this, *glw, *coverage)))
+            drawRegions(glw);
+        if (coverage)
+            fastPaint->endRecording();
+    }
     drawCursor(glw);
 
     glPopAttrib();

@@ -3,14 +3,19 @@
 #include "GL/gl.h"
 #include "modules/drawprimitives.h"
 #include "modules/drawvisible.h"
-#include "modules/offsetof.h"
 #include "modules/tavgraph.h"
+
+#include "modules/core/contract.h"
+#include "modules/core/framex.h"
+#include "modules/core/shown.h"
+#include "modules/core/trackoffsets.h"
 #include "utils/saturate.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 
 void draw_v(int n, const Vector& v, const int& channels, bool rgb, bool rb)
 {
@@ -29,6 +34,15 @@ void draw_v(int n, const Vector& v, const int& channels, bool rgb, bool rb)
     }
 }
 
+void ColourSender::operator()(const ColorRGB& c)
+{
+    if (sent && c.r == last.r && c.g == last.g && c.b == last.b)
+        return;
+    glColor3f(c.r, c.g, c.b);
+    last = c;
+    sent = true;
+}
+
 namespace {
 
 // What one paint of the points reads and derives once.
@@ -43,16 +57,16 @@ struct PointPaint {
 PointPaint pointPaint(const TAVGraph& g, const GLW& glw)
 {
     PointPaint s;
-    const int pt_size = g.property<int>("pointSize");
-    s.lod = g.property<bool>("LOD");
-    s.fill = g.property<bool>("enableFill");
-    const bool rgb = g.property<bool>("enableRGB");
-    s.markers = g.property<bool>("enableMarkers");
-    s.rigids = g.property<bool>("enableRigids");
-    const float lodpx = g.property<float>("linesLODpx");
-    const int pt_size_min = g.property<int>("pointSizeMin");
-    const int pt_size_max = g.property<int>("pointSizeMax");
-    s.channels = g.property<int>("axisMask");
+    const int pt_size = g.property<int>(GraphProperty::pointSize);
+    s.lod = g.property<bool>(GraphProperty::LOD);
+    s.fill = g.property<bool>(GraphProperty::enableFill);
+    const bool rgb = g.property<bool>(GraphProperty::enableRGB);
+    s.markers = g.property<bool>(GraphProperty::enableMarkers);
+    s.rigids = g.property<bool>(GraphProperty::enableRigids);
+    const float lodpx = g.property<float>(GraphProperty::linesLODpx);
+    const int pt_size_min = g.property<int>(GraphProperty::pointSizeMin);
+    const int pt_size_max = g.property<int>(GraphProperty::pointSizeMax);
+    s.channels = g.property<int>(GraphProperty::axisMask);
 
     s.view = viewEdges(glw);
     const ViewEdges& e = s.view;
@@ -74,16 +88,6 @@ PointPaint pointPaint(const TAVGraph& g, const GLW& glw)
     return s;
 }
 
-// A filled marker sample is hidden while filling is off; rigid samples never are.
-bool hidden(const TAV::Marker& m, bool fill) { return !fill && (m.flags & 0x10); }
-bool hidden(const TAV::Rigid&, bool) { return false; }
-
-template <class T>
-bool drawn(const T& m, bool fill)
-{
-    return !(m.cond <= 0) && !hidden(m, fill);
-}
-
 template <class T>
 void sendTrackPoints(const QVector<T>& data, const PointPaint& s, const IdMap<Vector>& offsets, int64_t offsetX,
                      bool rb)
@@ -91,12 +95,12 @@ void sendTrackPoints(const QVector<T>& data, const PointPaint& s, const IdMap<Ve
     GL::PLOD4 lod(s.px, s.py);
     OffsetOf offset(offsets);
     for (const T& m : data) {
-        if (!drawn(m, s.fill))
+        if (!pointShown(m, s.fill))
             continue;
         const Vector p = Vector(m) - offset(m.id);
-        if (s.lod && !lod(size_t(sub64(m.time, offsetX)), p))
+        if (s.lod && !lod(size_t(frameX(m.time, offsetX)), p))
             continue;
-        draw_v(diff32(m.time, offsetX), p, s.channels, s.rgb, rb);
+        draw_v(frameX32(m.time, offsetX), p, s.channels, s.rgb, rb);
     }
 }
 
@@ -122,23 +126,23 @@ template <class T>
 int filterFrom(const QVector<T>& data, int begin, bool fill, GL::PLOD4& lod, OffsetOf& offset, int64_t offsetX)
 {
     int k = begin - 1;
-    while (k >= 0 && !drawn(data.at(k), fill))
+    while (k >= 0 && !pointShown(data.at(k), fill))
         --k;
     if (k < 0)
         return begin; // the filter sees nothing before the window
     int before = k - 1;
-    while (before >= 0 && !drawn(data.at(before), fill))
+    while (before >= 0 && !pointShown(data.at(before), fill))
         --before;
     const T& m = data.at(k);
     const Vector p = Vector(m) - offset(m.id);
-    const size_t n = size_t(sub64(m.time, offsetX));
+    const size_t n = size_t(frameX(m.time, offsetX));
     if (before < 0) {
         lod(n, p); // the only sample the filter sees before the window
         return begin;
     }
     // Sample k moved at least the x step since the drawn sample before it, so
     // the filter accepted it whatever it had accepted earlier.
-    if (float(n - size_t(sub64(data.at(before).time, offsetX))) >= lod.px) {
+    if (float(n - size_t(frameX(data.at(before).time, offsetX))) >= lod.px) {
         lod.last_n = n;
         lod.last_p = p;
         return begin;
@@ -146,9 +150,32 @@ int filterFrom(const QVector<T>& data, int begin, bool fill, GL::PLOD4& lod, Off
     return 0;
 }
 
+// The point vertices of the samples that can still reach a pixel, each preceded
+// by its colour where that differs from the one last sent.
+class CulledPoints {
+public:
+    CulledPoints(Coverage& coverage, const PointPaint& s) : coverage(coverage), s(s) {}
+
+    void send(int n, const Vector& v, bool rb)
+    {
+        const float x = float(n);
+        for (int axis = 0; axis < 3; ++axis) {
+            if (!(s.channels & (1 << axis)) || !coverage.point(x, v[axis], s.size))
+                continue;
+            colour(vertexColor(axis, s.rgb, rb));
+            glVertex3f(x, v[axis], 1.0f);
+        }
+    }
+
+private:
+    Coverage& coverage;
+    const PointPaint& s;
+    ColourSender colour;
+};
+
 template <class T>
 void sendVisibleTrackPoints(const QVector<T>& data, const PointPaint& s, const XWindow& window,
-                            const IdMap<Vector>& offsets, int64_t offsetX, bool rb)
+                            const IdMap<Vector>& offsets, int64_t offsetX, bool rb, CulledPoints* culled)
 {
     const int size = data.size();
     if (size == 0)
@@ -159,11 +186,11 @@ void sendVisibleTrackPoints(const QVector<T>& data, const PointPaint& s, const X
     // Samples come in frame order. When their x stays within [0, 2^31) it ascends
     // with them, so the window is one stretch of samples and nothing after it shows.
     int from = 0, end = size;
-    const int64_t firstX = sub64(data.constFirst().time, offsetX);
-    const int64_t lastX = sub64(data.constLast().time, offsetX);
+    const int64_t firstX = frameX(data.constFirst().time, offsetX);
+    const int64_t lastX = frameX(data.constLast().time, offsetX);
     if (firstX >= 0 && firstX <= lastX && lastX <= std::numeric_limits<int32_t>::max()) {
         const T* d = data.constData();
-        const auto x = [offsetX](const T& m) { return double(float(diff32(m.time, offsetX))); };
+        const auto x = [offsetX](const T& m) { return double(float(frameX32(m.time, offsetX))); };
         const int begin = int(std::partition_point(d, d + size, [&](const T& m) { return x(m) < window.lo; }) - d);
         end = int(std::partition_point(d + begin, d + size, [&](const T& m) { return x(m) <= window.hi; }) - d);
         from = s.lod ? filterFrom(data, begin, s.fill, lod, offset, offsetX) : begin;
@@ -171,16 +198,19 @@ void sendVisibleTrackPoints(const QVector<T>& data, const PointPaint& s, const X
 
     for (int i = from; i < end; ++i) {
         const T& m = data.at(i);
-        if (!drawn(m, s.fill))
+        if (!pointShown(m, s.fill))
             continue;
         const Vector p = Vector(m) - offset(m.id);
-        if (s.lod && !lod(size_t(sub64(m.time, offsetX)), p))
+        if (s.lod && !lod(size_t(frameX(m.time, offsetX)), p))
             continue;
-        const int n = diff32(m.time, offsetX);
+        const int n = frameX32(m.time, offsetX);
         const double x = float(n);
         if (x < window.lo || x > window.hi)
             continue;
-        draw_v(n, p, s.channels, s.rgb, rb);
+        if (culled)
+            culled->send(n, p, rb);
+        else
+            draw_v(n, p, s.channels, s.rgb, rb);
     }
 }
 
@@ -192,26 +222,30 @@ void TAVGraph::drawTrackPoints(GLW* glw)
     glPointSize(float(s.size));
     glBegin(GL_POINTS);
     for (const TAV::Frame& f : qAsConst(tracks)) {
-        if (s.markers && trackShown(markers, rigids, f.id))
+        if (s.markers && trackShown(markers, markers, rigids, f.id))
             sendTrackPoints(f.markers, s, trackOffsets, offsetX, false);
-        if (s.rigids && trackShown(rigids, markers, f.id))
+        if (s.rigids && trackShown(rigids, markers, rigids, f.id))
             sendTrackPoints(f.rigids, s, rbtrackOffsets, offsetX, true);
     }
     glEnd();
     glPointSize(1.0f);
 }
 
-void drawVisibleTrackPoints(const TAVGraph& g, const GLW& glw)
+void drawVisibleTrackPoints(const TAVGraph& g, const GLW& glw, Coverage* coverage)
 {
     const PointPaint s = pointPaint(g, glw);
     const XWindow window = visibleX(s, glw);
+    std::optional<CulledPoints> culled;
+    if (coverage && pointSizeExact(s.size))
+        culled.emplace(*coverage, s);
+    CulledPoints* c = culled ? &*culled : nullptr;
     glPointSize(float(s.size));
     glBegin(GL_POINTS);
     for (const TAV::Frame& f : qAsConst(g.tracks)) {
-        if (s.markers && trackShown(g.markers, g.rigids, f.id))
-            sendVisibleTrackPoints(f.markers, s, window, g.trackOffsets, g.offsetX, false);
-        if (s.rigids && trackShown(g.rigids, g.markers, f.id))
-            sendVisibleTrackPoints(f.rigids, s, window, g.rbtrackOffsets, g.offsetX, true);
+        if (s.markers && trackShown(g.markers, g.markers, g.rigids, f.id))
+            sendVisibleTrackPoints(f.markers, s, window, g.trackOffsets, g.offsetX, false, c);
+        if (s.rigids && trackShown(g.rigids, g.markers, g.rigids, f.id))
+            sendVisibleTrackPoints(f.rigids, s, window, g.rbtrackOffsets, g.offsetX, true, c);
     }
     glEnd();
     glPointSize(1.0f);

@@ -5,7 +5,6 @@
 #include "GL/glw.h"
 #include "math/vector.h"
 
-#include <QList>
 #include <QtGlobal>
 
 #include <cstdint>
@@ -20,12 +19,6 @@ ViewEdges viewEdges(const GLW& glw);
 // sizes turn NaN and vertices infinite.
 bool drawable(const ViewEdges& e);
 
-// A track is drawn when nothing is selected at all, or when its id is selected.
-inline bool trackShown(const QList<int>& selected, const QList<int>& other, uint32_t id)
-{
-    return (selected.isEmpty() && other.isEmpty()) || selected.contains(int(id));
-}
-
 struct ColorRGB {
     float r, g, b;
 };
@@ -35,6 +28,25 @@ inline ColorRGB axisColor(int axis)
     const ColorRGB colours[3] = {{0.8f, 0.f, 0.f}, {0.f, 0.8f, 0.f}, {0.f, 0.f, 0.8f}};
     return colours[axis];
 }
+
+// Colour of a track vertex on one axis where the block sends each colour once: by
+// axis with rgb, else grey, or for rigid points (rb) their own (8.0 clamped by GL).
+inline ColorRGB vertexColor(int axis, bool rgb, bool rb = false)
+{
+    if (rgb)
+        return axisColor(axis);
+    return rb ? ColorRGB{8.0f, 0.8f, 0.2f} : ColorRGB{0.8f, 0.8f, 0.8f};
+}
+
+// Sends a colour only when it differs from the one it sent last.
+class ColourSender {
+public:
+    void operator()(const ColorRGB& c);
+
+private:
+    ColorRGB last{0, 0, 0};
+    bool sent = false;
+};
 
 // One point per bit of channels (1 x, 2 y, 4 z) at x = n, z = 1. Grey, or the
 // rigid-body colour for rb; with rgb each axis in its own colour.

@@ -1,6 +1,7 @@
 // Jumps between runs of interest and selection of the run under the mouse.
 #include "modules/tavgraph.h"
 
+#include "modules/core/contract.h"
 #include "utils/saturate.h"
 
 #include <QCursor>
@@ -70,7 +71,7 @@ void TAVGraph::jumpToRun(bool forward)
     GLW* view = liveView();
     if (!view || regions.size() < 2)
         return;
-    const int jumpMask = property<int>("jumpMask");
+    const int jumpMask = property<int>(GraphProperty::jumpMask);
     const int current = saturate_cast<int>(view->viewport.pos.x);
     const int target = forward ? nextTarget(regions, current, jumpMask) : prevTarget(regions, current, jumpMask);
     if (target < 0)

@@ -1,19 +1,15 @@
 // The data rectangle the graph wants shown: the frame range chosen by the mode and
 // the y extent of the shown tracks.
 #include "modules/minmax.h"
-#include "modules/offsetof.h"
 #include "modules/tavgraph.h"
 
+#include "modules/core/contract.h"
+#include "modules/core/framex.h"
+#include "modules/core/shown.h"
+#include "modules/core/trackoffsets.h"
 #include "utils/saturate.h"
 
 namespace {
-
-// Whether a track of this id is shown in the given kind: every track is when
-// nothing at all is selected.
-bool shownIn(const QList<int>& kind, const QList<int>& markers, const QList<int>& rigids, uint32_t id)
-{
-    return (markers.isEmpty() && rigids.isEmpty()) || kind.contains(int(id));
-}
 
 template <class T>
 void widenBySamples(const QVector<T>& samples, const IdMap<Vector>& offsets, qint64 offsetX, float minx,
@@ -21,7 +17,7 @@ void widenBySamples(const QVector<T>& samples, const IdMap<Vector>& offsets, qin
 {
     OffsetOf offset(offsets);
     for (const T& s : samples) {
-        const float x = float(sub64(s.time, offsetX));
+        const float x = float(frameX(s.time, offsetX));
         if (minx > x || x > maxx)
             continue;
         if (s.cond <= 0)
@@ -36,12 +32,12 @@ int TAVGraph::rangeYTr(int mode, float& miny, float& maxy, float minx, float max
 {
     if (mode == 0)
         return 1;
-    const bool enableMarkers = property<bool>("enableMarkers");
-    const bool enableRigids = property<bool>("enableRigids");
+    const bool enableMarkers = property<bool>(GraphProperty::enableMarkers);
+    const bool enableRigids = property<bool>(GraphProperty::enableRigids);
     for (const TAV::Frame& f : tracks) {
-        if (enableMarkers && shownIn(markers, markers, rigids, f.id))
+        if (enableMarkers && trackShown(markers, markers, rigids, f.id))
             widenBySamples(f.markers, trackOffsets, offsetX, minx, maxx, miny, maxy);
-        if (enableRigids && shownIn(rigids, markers, rigids, f.id))
+        if (enableRigids && trackShown(rigids, markers, rigids, f.id))
             widenBySamples(f.rigids, rbtrackOffsets, offsetX, minx, maxx, miny, maxy);
     }
     return 1;
@@ -49,6 +45,8 @@ int TAVGraph::rangeYTr(int mode, float& miny, float& maxy, float minx, float max
 
 void TAVGraph::Range2D(QRectF* rect, int mode)
 {
+    if (!rect)
+        return;
     const qint64 n = framesInfo.size();
     if (n == 0)
         return;
@@ -60,11 +58,11 @@ void TAVGraph::Range2D(QRectF* rect, int mode)
         minx = float(selectStart);
         maxx = float(selectEnd);
     } else {
-        const bool modifyRegion = property<bool>("modifyRegion");
+        const bool modifyRegion = property<bool>(GraphProperty::modifyRegion);
         if (mode == 2 || (mode == 0 && !modifyRegion)) {
             if (isValidRange(int(framesInfo.head), int(framesInfo.tail))) {
-                minx = float(sub64(framesInfo.head, offsetX));
-                maxx = float(sub64(framesInfo.tail, offsetX));
+                minx = float(frameX(framesInfo.head, offsetX));
+                maxx = float(frameX(framesInfo.tail, offsetX));
             } else {
                 minx = 0.0f;
             }
@@ -89,7 +87,7 @@ void TAVGraph::Range2D(QRectF* rect, int mode)
     if (maxx > rect->right())
         rect->setRight(maxx);
 
-    if (!property<bool>("enableMarkers") && !property<bool>("enableRigids"))
+    if (!property<bool>(GraphProperty::enableMarkers) && !property<bool>(GraphProperty::enableRigids))
         return;
     if (rect->bottom() > miny)
         rect->setBottom(miny);

@@ -2,6 +2,7 @@
 // as a region edit or a plain selection, grown and shrunk on request.
 #include "modules/tavgraph.h"
 
+#include "modules/core/contract.h"
 #include "utils/saturate.h"
 
 #include <algorithm>
@@ -26,7 +27,7 @@ void TAVGraph::Selected(QRectF r)
     selectStart = _start;
     selectEnd = _end;
 
-    if (property<bool>("modifyRegion")) {
+    if (property<bool>(GraphProperty::modifyRegion)) {
         // The same pair goes out twice, even if a handler of the first signal
         // changes the selection.
         const qint64 a = add64(selectStart, offsetX);
@@ -79,7 +80,7 @@ void TAVGraph::ContractSelect()
 
 void TAVGraph::proposeRange(qint64 start, qint64 end)
 {
-    if (property<bool>("modifyRegion"))
+    if (property<bool>(GraphProperty::modifyRegion))
         emit RegionChanged(start, end);
     else
         emit SelectionChanged(start, end);

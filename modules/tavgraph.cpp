@@ -1,30 +1,25 @@
 // The graph object's construction, its view guard and repaint request, and the
 // small slots that only store a value or ask for a repaint.
 #include "modules/tavgraph.h"
+#include "modules/paintcache.h"
 
-#include "utils/saturate.h"
+#include "modules/core/contract.h"
+#include "modules/core/framex.h"
 
 TAVGraph::TAVGraph(QObject* parent, const char* name) : QObject(parent)
 {
     setObjectName(name ? QString(name) : QString());
-    setProperty<bool>("enableMarkers", true);
-    setProperty<bool>("enableRigids", true);
-    setProperty<bool>("enableFill", true);
-    setProperty<bool>("enableRGB", false);
-    setProperty<int>("axisMask", 7);
-    setProperty<bool>("modifyRegion", true);
-    setProperty<int>("pointSize", 2);
-    setProperty<int>("pointSizeMin", 2);
-    setProperty<int>("pointSizeMax", 5);
-    setProperty<float>("maximumY", 100.0f);
-    setProperty<float>("minimumY", -100.0f);
-    setProperty<bool>("LOD", true);
-    setProperty<float>("linesLODpx", 0.25f);
-    setProperty<int>("jumpMask", 10);
-    setProperty<float>("hoverDistance", 8.0f);
+    for (const PropertyDefault& p : graphPropertyDefaults)
+        QObject::setProperty(p.name, p.variant());
 }
 
 TAVGraph::~TAVGraph() = default;
+
+void TAVGraph::forgetFastPaint()
+{
+    if (fastPaint)
+        fastPaint->forget();
+}
 
 GLW* TAVGraph::liveView() const { return glw.data(); }
 
@@ -48,10 +43,10 @@ void TAVGraph::SetFramesInfo(FramesInfo* info)
         return;
     framesInfo = *info;
     offsetX = framesInfo.start;
-    period = framesInfo.freq > 0.0f ? 1000000.0 / double(framesInfo.freq) : 1.0;
+    period = framePeriod(framesInfo.freq);
     if (isValidRange(int(framesInfo.head), int(framesInfo.tail))) {
-        const qint64 head = sub64(framesInfo.head, framesInfo.start);
-        const qint64 tail = sub64(framesInfo.tail, framesInfo.start);
+        const qint64 head = frameX(framesInfo.head, offsetX);
+        const qint64 tail = frameX(framesInfo.tail, offsetX);
         emit UpdateSelect(head, tail);
     }
 }
@@ -60,7 +55,7 @@ void TAVGraph::Init() {}
 
 void TAVGraph::Pick2D(GLW*) {}
 
-void TAVGraph::ModifyRegion(bool state) { setProperty<bool>("modifyRegion", state); }
+void TAVGraph::ModifyRegion(bool state) { setProperty<bool>(GraphProperty::modifyRegion, state); }
 
 void TAVGraph::GLWUpdate(FramesInfo*) { Redraw(true); }
 
@@ -68,31 +63,31 @@ void TAVGraph::Redraw(bool) { requestRepaint(); }
 
 void TAVGraph::ToggleDrawOriginal(bool b)
 {
-    setProperty<bool>("drawOrig", b);
+    setProperty<bool>(GraphProperty::drawOrig, b);
     emit EnableOriginal(b);
     Redraw(true);
 }
 
 void TAVGraph::ToggleDrawTC(bool b)
 {
-    setProperty<bool>("drawTC", b);
+    setProperty<bool>(GraphProperty::drawTC, b);
     Redraw(true);
 }
 
 void TAVGraph::EnableMarkers(bool b)
 {
-    setProperty<bool>("enableMarkers", b);
+    setProperty<bool>(GraphProperty::enableMarkers, b);
     Redraw(true);
 }
 
 void TAVGraph::EnableRigids(bool b)
 {
-    setProperty<bool>("enableRigids", b);
+    setProperty<bool>(GraphProperty::enableRigids, b);
     Redraw(true);
 }
 
 void TAVGraph::ToggleDrawAngles(bool b)
 {
-    setProperty<bool>("drawRBAxisAngle", b);
+    setProperty<bool>(GraphProperty::drawRBAxisAngle, b);
     Redraw(true);
 }

@@ -25,6 +25,10 @@
 #include <QString>
 #include <QVariant>
 
+#include <memory>
+
+class FastPaintCache;
+
 extern "C" Q_DECL_EXPORT int init(QObject* lib);
 
 class TAVGraph : public QObject {
@@ -64,6 +68,9 @@ public:
     TAV::Frames tracks;
     FramesInfo framesInfo;
     double period = 1.0;
+
+    // The next fast paint walks the take even if nothing changed: for measuring it.
+    void forgetFastPaint();
 
 signals:
     void SelectionChanged(qint64, qint64);
@@ -135,4 +142,6 @@ private:
     void drawTrackLines(const QVector<T>& data, float left, float right, int channels, int type);
     void drawRegions(GLW* glw);
     void drawCursor(GLW* glw);
+
+    std::unique_ptr<FastPaintCache> fastPaint; // the last fast paint, for cursor-only repaints
 };

@@ -14,7 +14,8 @@ tav_install() {
 }
 
 TAV_BUILD_PACKAGES=(build-essential cmake pkg-config qtbase5-dev libqt5opengl5-dev libgl-dev
-  libgtest-dev libgmock-dev libbenchmark-dev)
+  libgtest-dev libgmock-dev libbenchmark-dev libeigen3-dev
+  clang libclang-rt-14-dev)
 TAV_RUN_PACKAGES=(xvfb xauth libgl1-mesa-dri libqt5opengl5 fonts-dejavu-core)
 # Only for bench.sh: the peer widgets measured beside the graph, and the plot.
 TAV_BENCH_PACKAGES=(libbenchmark-dev libqcustomplot-dev libqwt-qt5-dev python3 python3-matplotlib)

@@ -1,5 +1,7 @@
 #pragma once
 // The host's frame range, selected range, cursor and rate.
+#include "utils/saturate.h"
+
 #include <algorithm>
 #include <cstdint>
 
@@ -21,7 +23,8 @@ struct FramesInfo {
     {
     }
 
-    int64_t size() const { return finish - start; }
+    // Saturates for ranges wider than 64 bits can count: the host sends them unchecked.
+    int64_t size() const { return sub64(finish, start); }
 
     // New data range: the selected range becomes the whole range and the cursor its first frame.
     void Reset(int64_t s, int64_t f, float rate)
@@ -51,15 +54,18 @@ struct FramesInfo {
         const int64_t a = head < tail ? head : start, b = head < tail ? tail : finish;
         if (b <= a)
             return;
-        int64_t c = current + n;
-        if (loop)
-            c = a + (((c - a) % (b - a)) + (b - a)) % (b - a);
-        current = std::clamp(c, a, b - 1);
+        if (loop) {
+            // In 128 bits: the range and the step may each span all of int64.
+            const __int128 span = __int128(b) - a;
+            current = int64_t(a + ((__int128(current) - a + n) % span + span) % span);
+            return;
+        }
+        current = std::clamp(add64(current, n), a, b - 1);
     }
     // Puts the cursor at frame + offset, inside the data range.
     void Seek(int64_t frame, int64_t offset)
     {
-        current = finish > start ? std::clamp(frame + offset, start, finish - 1) : start;
+        current = finish > start ? std::clamp(add64(frame, offset), start, finish - 1) : start;
     }
 
     bool operator==(const FramesInfo& o) const

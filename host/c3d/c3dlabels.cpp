@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace C3D {
@@ -42,6 +43,36 @@ std::string lower(std::string s)
     return s;
 }
 
+// Models write each body segment as four points that no list names: its origin
+// and the ends of its anterior, lateral and proximal axes, labelled with one
+// prefix and O, A, L, P. They are model output, not markers.
+void markSegmentAxes(std::vector<PointDescription>& points, const std::vector<std::string>& labels,
+                     const std::string& units)
+{
+    std::unordered_map<std::string, size_t> markerAt;
+    for (size_t i = 0; i < points.size() && i < labels.size(); ++i)
+        if (points[i].kind == "marker" && labels[i].size() > 1)
+            markerAt.emplace(labels[i], i);
+    for (const auto& origin : markerAt) {
+        const std::string& label = origin.first;
+        if (label.back() != 'O')
+            continue;
+        const std::string prefix = label.substr(0, label.size() - 1);
+        std::vector<size_t> quartet{origin.second};
+        for (char axis : {'A', 'L', 'P'}) {
+            const auto it = markerAt.find(prefix + axis);
+            if (it != markerAt.end())
+                quartet.push_back(it->second);
+        }
+        if (quartet.size() < 4)
+            continue;
+        for (size_t i : quartet) {
+            points[i].kind = "axis";
+            points[i].units = units;
+        }
+    }
+}
+
 } // namespace
 
 std::vector<PointDescription> describePoints(const Parameters& params, int pointCount)
@@ -61,13 +92,20 @@ std::vector<PointDescription> describePoints(const Parameters& params, int point
     }
 
     std::vector<PointDescription> out(size_t(std::max(0, pointCount)));
-    std::set<std::string> taken;
+    std::unordered_set<std::string> taken;
+    // Per label, the first suffix not yet tried: a file may repeat one label on
+    // every point, and trying from #2 each time would be quadratic.
+    std::unordered_map<std::string, int> nextSuffix;
     for (int i = 0; i < pointCount; ++i) {
         const std::string label = size_t(i) < labels.size() ? labels[size_t(i)] : std::string();
         const std::string base = label.empty() ? "P" + std::to_string(i + 1) : label;
         std::string name = base;
-        for (int n = 2; taken.count(name); ++n)
-            name = base + "#" + std::to_string(n);
+        if (taken.count(name)) {
+            int& n = nextSuffix.emplace(base, 2).first->second;
+            do
+                name = base + "#" + std::to_string(n++);
+            while (taken.count(name));
+        }
         taken.insert(name);
         PointDescription& d = out[size_t(i)];
         d.name = name;
@@ -80,6 +118,7 @@ std::vector<PointDescription> describePoints(const Parameters& params, int point
             d.units = markerUnits;
         }
     }
+    markSegmentAxes(out, labels, markerUnits);
     return out;
 }
 

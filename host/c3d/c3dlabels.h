@@ -19,6 +19,8 @@ struct PointDescription {
 // that repeats gets #2, #3, ... so every name is distinct. Kinds come from the point
 // lists named by POINT:TYPE_GROUPS, or by default ANGLES, FORCES, MOMENTS, POWERS,
 // SCALARS and REACTIONS; their units from <KIND>_UNITS, a marker's from POINT:UNITS.
+// Four otherwise unlisted points named one prefix and O, A, L, P are a model's
+// segment axes, of kind "axis" in the markers' units.
 std::vector<PointDescription> describePoints(const Parameters& params, int pointCount);
 
 // The strings of a character parameter continued over NAME, NAME2, NAME3, ...

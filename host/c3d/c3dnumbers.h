@@ -17,8 +17,11 @@ uint16_t readUInt16(const uint8_t* p, Processor processor);
 // Intel: IEEE little-endian; MIPS: IEEE big-endian; DEC: VAX F_floating.
 float readFloat(const uint8_t* p, Processor processor);
 
-// Files are written for Intel processors only.
+// New files are written for Intel processors; edited samples are written back in
+// the processor format of the file they came from.
 void writeInt16LE(uint8_t* p, int16_t value);
 void writeFloatLE(uint8_t* p, float value);
+void writeInt16(uint8_t* p, int16_t value, Processor processor);
+void writeFloat(uint8_t* p, float value, Processor processor);
 
 } // namespace C3D

@@ -1,29 +1,48 @@
 #include "host/c3d/c3dtake.h"
 
+#include "modules/core/frametimes.h"
 #include "host/c3d/c3dlabels.h"
 
 #include <QFileInfo>
 #include <QList>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
+#include <new>
 
 namespace C3D {
 
-void ResidualRule::settle()
+namespace {
+
+// The median of a histogram of non-negative values, from index first on; 0 when empty.
+int histogramMedian(const std::array<int64_t, 256>& histogram, size_t first)
 {
     int64_t total = 0;
-    for (size_t s = 1; s < histogram.size(); ++s)
+    for (size_t s = first; s < histogram.size(); ++s)
         total += histogram[s];
-    median = 0;
     int64_t seen = 0;
-    for (size_t s = 1; s < histogram.size() && total > 0; ++s) {
+    for (size_t s = first; s < histogram.size() && total > 0; ++s) {
         seen += histogram[s];
-        if (2 * seen >= total) {
-            median = int(s);
-            break;
-        }
+        if (2 * seen >= total)
+            return int(s);
     }
+    return 0;
+}
+
+} // namespace
+
+void ResidualRule::settle()
+{
+    median = histogramMedian(histogram, 1);
+    std::array<int64_t, 256> deviations{};
+    for (size_t s = 1; s < histogram.size(); ++s)
+        deviations[size_t(std::abs(int(s) - median))] += histogram[s];
+    const int mad = histogramMedian(deviations, 0);
+    // Three robust standard deviations above the median: residuals of a clean
+    // marker spread well past twice the median, and only outliers should stand out.
+    goodBelow = std::max(2.0f * float(median), float(median) + 3.0f * 1.4826f * float(mad));
 }
 
 float ResidualRule::condition(int steps) const
@@ -32,7 +51,7 @@ float ResidualRule::condition(int steps) const
         return UngradedCondition;
     if (steps == 0)
         return FilledCondition;
-    return 2.0f * float(median) / float(steps);
+    return goodBelow / float(steps);
 }
 
 namespace {
@@ -41,11 +60,7 @@ void setTakeProperties(const File& file, TAV::Frames& take)
 {
     const Layout& l = file.layout();
     take.setProperty<double>("frequency", l.frameRate);
-    QList<qint64> lut;
-    lut.reserve(int(l.frameCount));
-    for (int64_t i = 0; i < l.frameCount; ++i)
-        lut.append(std::llround(double(i) * 1e6 / l.frameRate));
-    take.setProperty<QList<qint64>>("timeLut", lut);
+    take.setProperty<QList<qint64>>("timeLut", frameTimes(l.frameCount, l.frameRate));
     take.setProperty<qint64>("firstFrame", l.firstFrame);
     const std::vector<std::string> units = file.parameters().strings("POINT", "UNITS");
     take.setProperty<QString>("units", units.empty() ? QString() : QString::fromStdString(units.front()));
@@ -59,18 +74,10 @@ void setMarkerInfo(const File& file, TAV::Frames& take)
         take.markerInfo.emplace_back(uint32_t(i), 0, points[i].name, pointOptions(points[i]));
 }
 
-} // namespace
-
-bool loadTake(const File& file, TAV::Frames& take, QString* error)
+bool readTake(const File& file, TAV::Frames& take, QString* error)
 {
-    take = TAV::Frames();
     const Layout& l = file.layout();
     const int points = l.pointCount;
-    if (l.frameCount > std::numeric_limits<int>::max()) {
-        if (error)
-            *error = QFileInfo(file.path()).fileName() + QString(": has too many frames for one take (%1)").arg(l.frameCount);
-        return false;
-    }
     take.resize(int(l.frameCount));
 
     // First pass: positions, and the residual steps parked in cond (-1 when missing)
@@ -125,6 +132,32 @@ bool loadTake(const File& file, TAV::Frames& take, QString* error)
     setTakeProperties(file, take);
     setMarkerInfo(file, take);
     return true;
+}
+
+} // namespace
+
+bool loadTake(const File& file, TAV::Frames& take, QString* error)
+{
+    take = TAV::Frames();
+    const Layout& l = file.layout();
+    // The store is one QVector, which holds at most 2 GiB and throws beyond.
+    const int64_t maxFrames = (std::numeric_limits<int>::max() - 64) / int64_t(sizeof(TAV::Frame));
+    if (l.frameCount > maxFrames) {
+        if (error)
+            *error = QFileInfo(file.path()).fileName() +
+                     QString(": has %1 frames, more than one take holds (%2)").arg(l.frameCount).arg(maxFrames);
+        return false;
+    }
+    // A file the size of the memory, or larger, is valid too: say so, do not abort.
+    try {
+        return readTake(file, take, error);
+    } catch (const std::bad_alloc&) {
+        take = TAV::Frames();
+        if (error)
+            *error = QFileInfo(file.path()).fileName() +
+                     QString(": not enough memory for %1 frames of %2 points").arg(l.frameCount).arg(l.pointCount);
+        return false;
+    }
 }
 
 bool loadTake(const QString& path, TAV::Frames& take, QString* error)

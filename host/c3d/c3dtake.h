@@ -1,6 +1,7 @@
 #pragma once
 // Turning a C3D file into a dense frame store: every frame holds every point, a
 // sample's time is its frame index, and each sample's cond grades its residual.
+#include "modules/core/sampleflags.h"
 #include "host/c3d/c3dfile.h"
 #include "tav/tavframes.h"
 
@@ -10,10 +11,6 @@
 #include <cstdint>
 
 namespace C3D {
-
-// Marker flag of a filled (interpolated) sample; the graph hides such samples when
-// filling is switched off.
-enum : uint32_t { FilledFlag = 0x10 };
 
 // Condition values given to samples without a graded residual.
 constexpr float FilledCondition = 1.0f;     // fair: a usable position that was not measured
@@ -27,10 +24,10 @@ constexpr float MissingCondition = 0.0f;
 // some valid sample has a positive residual; in a take without any, no sample is
 // filled and every valid sample is ungraded (good).
 //
-// Grading: a residual is judged against the take's median positive residual m, as
-// its absolute size depends on the system and units: cond = 2 m / r. Residuals up
-// to about twice the median are good (cond >= 1.001), up to about four times fair
-// (0.501 .. 1.001), larger ones poor (below 0.501).
+// Grading: a residual is judged against the take's positive residuals, as its
+// absolute size depends on the system and units. With their median m and median
+// absolute deviation d, a sample is good below g = max(2 m, m + 3 * 1.4826 d) (three
+// robust standard deviations), fair below 2 g and poor beyond: cond = g / r.
 class ResidualRule {
 public:
     // Residuals in steps of |scale|, the low byte of the fourth word.
@@ -41,10 +38,13 @@ public:
     float condition(int steps) const;
     bool isFilled(int steps) const { return steps == 0 && gradesResiduals(); }
     int medianSteps() const { return median; }
+    // Residuals below this many steps are good, below twice it fair, beyond poor.
+    float goodBelowSteps() const { return goodBelow; }
 
 private:
     std::array<int64_t, 256> histogram{};
     int median = 0;
+    float goodBelow = 0;
 };
 
 // Loads the file into take (cleared first). Properties: "frequency" (POINT:RATE),

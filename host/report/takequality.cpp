@@ -1,5 +1,6 @@
 #include "host/report/takequality.h"
 
+#include "modules/core/sampleflags.h"
 #include "utils/regions.h"
 
 #include <algorithm>
@@ -22,6 +23,8 @@ MarkerQuality markerQuality(const TAV::Markers& track, const std::string& name)
         }
     }
     q.valid = q.frames - missing;
+    q.filled = int(std::count_if(track.begin(), track.end(),
+                                 [](const TAV::Marker& m) { return m.cond > 0 && isFilled(m); }));
     return q;
 }
 
@@ -32,11 +35,19 @@ MarkerQuality TakeQuality::total() const
     for (const MarkerQuality& m : markers) {
         t.frames += m.frames;
         t.valid += m.valid;
+        t.poor += m.poor;
+        t.filled += m.filled;
+        if (m.neverValid())
+            continue;
         t.gaps += m.gaps;
         t.longestGap = std::max(t.longestGap, m.longestGap);
-        t.poor += m.poor;
     }
     return t;
+}
+
+int TakeQuality::neverValid() const
+{
+    return int(std::count_if(markers.begin(), markers.end(), [](const MarkerQuality& m) { return m.neverValid(); }));
 }
 
 namespace {

@@ -13,6 +13,10 @@ struct MarkerQuality {
     int gaps = 0;       // runs of missing samples
     int longestGap = 0; // frames
     int poor = 0;       // samples graded poor
+    int filled = 0;     // valid samples a gap filler made
+    int missing() const { return frames - valid; }
+    // Never valid: one "gap" as long as the take, which is no gap to fill.
+    bool neverValid() const { return frames > 0 && valid == 0; }
     double validPercent() const { return frames > 0 ? 100.0 * valid / frames : 0.0; }
 };
 
@@ -22,8 +26,10 @@ struct TakeQuality {
     double rate = 0.0; // "frequency" of the store
     std::vector<MarkerQuality> markers;
     // The whole take: frames (marker samples, so the valid percentage is over all
-    // markers), valid samples, gaps and poor samples summed; the longest gap of any marker.
+    // markers), valid, poor and filled samples summed; gaps summed and the longest
+    // gap taken over the markers that are valid somewhere.
     MarkerQuality total() const;
+    int neverValid() const;
 };
 
 MarkerQuality markerQuality(const TAV::Markers& track, const std::string& name);

@@ -1,47 +1,13 @@
 #include "host/tavview/areas.h"
 
+#include "host/edit/spikes.h"
+#include "host/tavview/trackselection.h"
+#include "modules/core/sampleflags.h"
+#include "modules/core/trackruns.h"
+
 #include <QStringList>
 
 #include <algorithm>
-#include <vector>
-
-namespace {
-
-template <class T>
-void addRuns(RegionsSet& set, int key, const QVector<T>& samples)
-{
-    if (!samples.isEmpty())
-        set[key] = Regions(samples);
-}
-
-} // namespace
-
-Regions mergedRuns(const TAV::Frames& tracks, const QList<int>& markers, const QList<int>& rigids)
-{
-    RegionsSet set;
-    for (const TAV::Frame& t : tracks) {
-        const int id = int(t.id);
-        if (markers.contains(id))
-            addRuns(set, id | MarkerTrackKey, t.markers);
-        if (rigids.contains(id))
-            addRuns(set, id | RigidTrackKey, t.rigids);
-    }
-    Regions merged;
-    if (set.empty())
-        return merged;
-
-    int last = 0;
-    for (const auto& entry : set)
-        if (!entry.second.empty())
-            last = std::max(last, entry.second.back().end());
-    std::vector<int> perFrame(size_t(last) + 1, 0);
-    for (int id : markers)
-        set[id | MarkerTrackKey].Apply(perFrame);
-    for (int id : rigids)
-        set[id | RigidTrackKey].Apply(perFrame);
-    merged.Update(perFrame);
-    return merged;
-}
 
 Regions areasOfInterest(const Regions& runs, int jumpMask)
 {
@@ -51,8 +17,91 @@ Regions areasOfInterest(const Regions& runs, int jumpMask)
     return areas;
 }
 
+Regions spikeAreas(const TAV::Frames& take, const QList<int>& markers, double threshold)
+{
+    Regions spikes;
+    for (int id : markers)
+        for (const FrameSpan& s : spikeSpans(spikeFrames(take, uint32_t(id), threshold)))
+            spikes.push_back(Pair(s.first, s.last, SpikeRun));
+    return spikes;
+}
+
+namespace {
+
+// Stretches of consecutive samples that carry the filled flag, by position in the track.
+template <class Samples>
+void addFilled(QVector<TrackArea>& out, const QString& track, const Samples& samples)
+{
+    int start = -1;
+    for (int i = 0; i <= samples.size(); ++i) {
+        const bool filled = i < samples.size() && isFilled(samples[i]);
+        if (filled && start < 0)
+            start = i;
+        if (!filled && start >= 0) {
+            out.append({track, FilledRun, start, i - 1});
+            start = -1;
+        }
+    }
+}
+
+} // namespace
+
+QVector<TrackArea> trackAreas(const Take& take, const TAV::Frames& tracks, const QList<int>& markers,
+                              const QList<int>& rigids, int jumpMask)
+{
+    QVector<TrackArea> out;
+    const RegionsSet runs = trackRuns(tracks, markers, rigids);
+    for (const TAV::Frame& track : tracks) {
+        const int id = int(track.id);
+        for (const bool rigid : {false, true}) {
+            if (!(rigid ? rigids : markers).contains(id))
+                continue;
+            const QString name = rigid ? rigidLabel(take, id) : markerLabel(take, id);
+            const auto own = runs.find(id | (rigid ? RigidTrackKey : MarkerTrackKey));
+            if (own != runs.end())
+                for (const Pair& r : own->second)
+                    if (r.type & jumpMask)
+                        out.append({name, r.type, r.begin(), r.end()});
+            if (rigid)
+                addFilled(out, name, track.rigids);
+            else
+                addFilled(out, name, track.markers);
+        }
+    }
+    return out;
+}
+
+Regions filledStretches(const TAV::Frames& tracks)
+{
+    std::vector<int> filled;
+    const auto mark = [&filled](const auto& samples) {
+        if (filled.size() < size_t(samples.size()))
+            filled.resize(size_t(samples.size()), 0);
+        for (int i = 0; i < samples.size(); ++i)
+            filled[size_t(i)] |= isFilled(samples[i]);
+    };
+    for (const TAV::Frame& track : tracks) {
+        mark(track.markers);
+        mark(track.rigids);
+    }
+    Regions out;
+    for (size_t i = 0; i < filled.size(); ++i) {
+        if (!filled[i])
+            continue;
+        if (!out.empty() && out.back().end() == int(i) - 1)
+            out.back().second = int(i);
+        else
+            out.push_back(Pair(int(i), int(i), FilledRun));
+    }
+    return out;
+}
+
 QString runTypeName(int type)
 {
+    if (type == SpikeRun)
+        return QStringLiteral("spike");
+    if (type == FilledRun)
+        return QStringLiteral("filled");
     QStringList parts;
     if (type & RegionMissing)
         parts << QStringLiteral("gap");

@@ -1,14 +1,15 @@
 #include "host/tavview/areaspanel.h"
 
-#include "host/tavview/areas.h"
-
+#include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace {
-enum Column { TypeColumn, FirstColumn, LastColumn, LengthColumn };
+// The length comes early, so it shows in a narrow dock without scrolling.
+enum Column { TrackColumn, TypeColumn, LengthColumn, FirstColumn, LastColumn };
 // Where an item keeps its run's frame indices.
 const int firstRole = Qt::UserRole, lastRole = Qt::UserRole + 1, sortRole = Qt::UserRole + 2;
 
@@ -19,7 +20,7 @@ public:
     bool operator<(const QTreeWidgetItem& other) const override
     {
         const int c = treeWidget() ? treeWidget()->sortColumn() : 0;
-        if (c == TypeColumn)
+        if (c == TrackColumn || c == TypeColumn)
             return QTreeWidgetItem::operator<(other);
         return data(c, sortRole).toLongLong() < other.data(c, sortRole).toLongLong();
     }
@@ -28,14 +29,19 @@ public:
 
 AreasPanel::AreasPanel(QWidget* parent) : QWidget(parent)
 {
-    caption = new QLabel(tr("Where Ctrl+. and Ctrl+, stop: runs of the selected tracks, combined frame "
-                            "by frame as the graph shades them (not fused)."),
+    caption = new QLabel(tr("By track: each track's own gaps, poor, fair and filled stretches. Merged: where "
+                            "Ctrl+. and Ctrl+, stop, the selected tracks combined frame by frame as the graph "
+                            "shades them."),
                          this);
     caption->setWordWrap(true);
+    byTrackBox = new QCheckBox(tr("By track"), this);
+    byTrackBox->setObjectName(QStringLiteral("byTrack"));
+    byTrackBox->setChecked(true);
+    connect(byTrackBox, &QCheckBox::toggled, this, &AreasPanel::fill);
     tree = new QTreeWidget(this);
     tree->setObjectName(QStringLiteral("areas"));
-    tree->setColumnCount(4);
-    tree->setHeaderLabels({tr("Type"), tr("First"), tr("Last"), tr("Frames")});
+    tree->setColumnCount(5);
+    tree->setHeaderLabels({tr("Track"), tr("Type"), tr("Frames"), tr("First"), tr("Last")});
     tree->setRootIsDecorated(false);
     tree->setUniformRowHeights(true);
     tree->setSortingEnabled(true);
@@ -44,27 +50,60 @@ AreasPanel::AreasPanel(QWidget* parent) : QWidget(parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 2, 2, 2);
     layout->addWidget(caption);
+    layout->addWidget(byTrackBox);
     layout->addWidget(tree);
     connect(tree, &QTreeWidget::itemActivated, this, &AreasPanel::activated);
+    tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(tree, &QTreeWidget::customContextMenuRequested, this, &AreasPanel::rowMenu);
 }
 
-void AreasPanel::SetAreas(const Regions& areas, qint64 firstFrame)
+void AreasPanel::rowMenu(const QPoint& pos)
 {
+    QTreeWidgetItem* item = tree->itemAt(pos);
+    if (!item)
+        return;
+    const qint64 first = item->data(TypeColumn, firstRole).toLongLong();
+    const qint64 last = item->data(TypeColumn, lastRole).toLongLong();
+    QMenu menu(this);
+    menu.addAction(tr("Jump"), this, [=] { emit AreaActivated(first, last); });
+    menu.addAction(tr("Delete"), this, [=] { emit DeleteRequested(first, last); });
+    menu.addAction(tr("Fill"), this, [=] { emit FillRequested(first, last); });
+    menu.addAction(tr("Delete and Fill"), this, [=] { emit DeleteAndFillRequested(first, last); });
+    menu.exec(tree->viewport()->mapToGlobal(pos));
+}
+
+void AreasPanel::SetAreas(const Regions& merged, const QVector<TrackArea>& byTrack, qint64 first)
+{
+    mergedAreas = merged;
+    trackAreaList = byTrack;
+    firstFrame = first;
+    fill();
+}
+
+void AreasPanel::fill()
+{
+    QVector<TrackArea> rows = trackAreaList;
+    if (!byTrackBox->isChecked()) {
+        rows.clear();
+        for (const Pair& run : mergedAreas)
+            rows.append({tr("all"), run.type, run.begin(), run.end()});
+    }
     tree->setSortingEnabled(false);
     tree->clear();
     QList<QTreeWidgetItem*> items;
-    for (const Pair& run : areas) {
+    for (const TrackArea& row : rows) {
         auto* item = new AreaItem();
-        const qint64 values[] = {0, firstFrame + run.begin(), firstFrame + run.end(), run.size()};
-        item->setText(TypeColumn, runTypeName(run.type));
-        item->setToolTip(TypeColumn, QStringLiteral("type 0x%1").arg(run.type, 0, 16));
-        for (int c = FirstColumn; c <= LengthColumn; ++c) {
+        const qint64 values[] = {0, 0, qint64(row.last) - row.first + 1, firstFrame + row.first, firstFrame + row.last};
+        item->setText(TrackColumn, row.track);
+        item->setText(TypeColumn, runTypeName(row.type));
+        item->setToolTip(TypeColumn, QStringLiteral("type 0x%1").arg(row.type, 0, 16));
+        for (int c = LengthColumn; c <= LastColumn; ++c) {
             item->setText(c, QString::number(values[c]));
             item->setData(c, sortRole, values[c]);
             item->setTextAlignment(c, Qt::AlignRight | Qt::AlignVCenter);
         }
-        item->setData(TypeColumn, firstRole, qint64(run.begin()));
-        item->setData(TypeColumn, lastRole, qint64(run.end()));
+        item->setData(TypeColumn, firstRole, qint64(row.first));
+        item->setData(TypeColumn, lastRole, qint64(row.last));
         items.append(item);
     }
     tree->addTopLevelItems(items);

@@ -1,5 +1,7 @@
 #include "host/tavview/axes.h"
+#include "utils/saturate.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -15,13 +17,18 @@ bool usable(double lo, double hi, double pixelsPerUnit)
     return std::isfinite(lo) && std::isfinite(hi) && lo <= hi && std::isfinite(pixelsPerUnit) && pixelsPerUnit > 0;
 }
 
-QVector<qint64> divisorsOf(int n)
+// The divisors of n below n, ascending; in pairs up to the square root, as rates
+// from a file can be in the billions.
+QVector<qint64> divisorsOf(qint64 n)
 {
-    QVector<qint64> d;
-    for (int i = 1; i < n; ++i)
-        if (n % i == 0)
-            d.append(i);
-    return d;
+    QVector<qint64> low, high;
+    for (qint64 i = 1; i * i <= n; ++i)
+        if (n % i == 0) {
+            low.append(i);
+            if (i != n / i && i != 1)
+                high.prepend(n / i);
+        }
+    return low + high;
 }
 
 } // namespace
@@ -56,21 +63,26 @@ QString valueText(double v, double step)
     return QString::number(v, 'f', decimals);
 }
 
+qint64 timecodeFps(double rate)
+{
+    return rate >= 1 ? saturate_cast<qint64>(std::min(std::round(rate), double(maxTimecodeFps))) : 1;
+}
+
 QString timecodeText(qint64 frame, double rate)
 {
-    const qint64 fps = rate >= 1 ? std::llround(rate) : 1;
-    const qint64 f = std::llabs(frame);
-    const qint64 seconds = f / fps;
+    const qint64 fps = timecodeFps(rate);
+    const quint64 f = frame < 0 ? 0 - quint64(frame) : quint64(frame);
+    const quint64 seconds = f / quint64(fps);
     const int frameDigits = qMax(2, int(QString::number(fps - 1).size()));
     return QStringLiteral("%1%2:%3:%4:%5")
         .arg(frame < 0 ? QStringLiteral("-") : QString())
         .arg(seconds / 3600, 2, 10, QLatin1Char('0'))
         .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
         .arg(seconds % 60, 2, 10, QLatin1Char('0'))
-        .arg(f % fps, frameDigits, 10, QLatin1Char('0'));
+        .arg(f % quint64(fps), frameDigits, 10, QLatin1Char('0'));
 }
 
-qint64 timecodeStep(double minFrames, int fps)
+qint64 timecodeStep(double minFrames, qint64 fps)
 {
     if (fps < 1)
         fps = 1;
@@ -83,7 +95,7 @@ qint64 timecodeStep(double minFrames, int fps)
     for (qint64 s : {1, 2, 5, 10, 15, 30, 60, 120, 300, 600, 900, 1800, 3600})
         if (double(s * fps) >= minFrames)
             return s * fps;
-    return qint64(niceStep(minFrames / (3600.0 * fps)) + 0.5) * 3600 * fps;
+    return saturate_cast<qint64>(std::round(niceStep(minFrames / (3600.0 * double(fps)))) * 3600.0 * double(fps));
 }
 
 QVector<Tick> timeTicks(double left, double right, double pixelsPerFrame, double minPixels, const TimeScale& scale)
@@ -105,7 +117,7 @@ QVector<Tick> timeTicks(double left, double right, double pixelsPerFrame, double
         break;
     }
     case TimeLabels::Timecode: {
-        const double step = double(timecodeStep(minFrames, int(std::llround(scale.rate))));
+        const double step = double(timecodeStep(minFrames, timecodeFps(scale.rate)));
         for (double f : multiplesIn(left + first, right + first, step))
             ticks.append({f - first, timecodeText(qint64(std::llround(f)), scale.rate)});
         break;

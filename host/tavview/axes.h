@@ -27,12 +27,16 @@ QVector<double> multiplesIn(double lo, double hi, double step);
 // Text of a value on an axis whose ticks are step apart: as many decimals as
 // the step needs, never "-0".
 QString valueText(double v, double step);
+// Timecode counts whole frames per second: the rate rounded, at least 1 and at
+// most maxTimecodeFps, so that any rate a file claims gives defined labels.
+constexpr qint64 maxTimecodeFps = 1000000000;
+qint64 timecodeFps(double rate);
 // hh:mm:ss:ff of a frame number at rate frames per second (rounded to whole
 // frames per second); negative frames get a leading "-".
 QString timecodeText(qint64 frame, double rate);
 // A step in frames for timecode ticks: whole frames of 1-2-5 below one second,
 // then 1, 2, 5, 10, 15, 30 seconds, minutes and hours.
-qint64 timecodeStep(double minFrames, int fps);
+qint64 timecodeStep(double minFrames, qint64 fps);
 
 // Ticks for the visible index range [left, right], minPixels apart at least,
 // with pixelsPerFrame pixels per index unit.

@@ -11,6 +11,8 @@ namespace {
 const int tickLength = 5;
 const QColor stripBackground(38, 38, 38);
 const QColor ink(200, 200, 200);
+// As the band over the graph.
+const QColor selectionColour(140, 190, 255, 110);
 } // namespace
 
 AxisStrip::AxisStrip(Qt::Orientation o, GLW* v, QWidget* parent) : QWidget(parent), orientation(o), view(v)
@@ -35,6 +37,13 @@ void AxisStrip::SetTimeScale(const TimeScale& s)
 void AxisStrip::SetTitle(const QString& t)
 {
     axisTitle = t;
+    QWidget::update();
+}
+
+void AxisStrip::SetSelection(qint64 first, qint64 last)
+{
+    selectedFirst = first;
+    selectedLast = last;
     QWidget::update();
 }
 
@@ -70,6 +79,10 @@ void AxisStrip::paintEvent(QPaintEvent*)
             : QRect(0, 0, box.width(), box.height());
     const PixelMap m = pixelMap(view->viewport, int(view->width()), int(view->height()));
     const int h = int(view->height());
+    if (orientation == Qt::Horizontal && selectedLast >= selectedFirst) {
+        const double x0 = m.toPixel(selectedFirst - 0.5, 0).x(), x1 = m.toPixel(selectedLast + 0.5, 0).x();
+        p.fillRect(QRectF(x0, 0, std::max(x1 - x0, 1.0), height()), selectionColour);
+    }
     for (const Tick& t : Ticks()) {
         if (orientation == Qt::Horizontal) {
             const int x = int(std::lround(m.toPixel(t.pos, 0).x()));

@@ -21,6 +21,8 @@ public:
     // Shown at the end of the axis: "mm", "deg", "frame", "s", ...
     void SetTitle(const QString& title);
     QString title() const { return axisTitle; }
+    // Frames first..last marked along the time axis; none when last < first.
+    void SetSelection(qint64 first, qint64 last);
     // The ticks as last painted (what a user reads off the axis).
     QVector<Tick> Ticks() const;
 
@@ -32,4 +34,5 @@ private:
     QPointer<GLW> view;
     TimeScale scale;
     QString axisTitle;
+    qint64 selectedFirst = 0, selectedLast = -1;
 };

@@ -1,5 +1,6 @@
 #include "host/tavview/take.h"
 
+#include "modules/core/sampleflags.h"
 #include "math/vector.h"
 
 #include <cmath>
@@ -10,7 +11,6 @@ namespace {
 const int frameCount = 600;
 const double rate = 100.0;
 const float good = 2.0f, fair = 0.8f, poor = 0.3f;
-const uint32_t filledFlag = 0x10;
 
 // What happens to one track over a stretch of frames [first, last].
 struct Event {
@@ -29,7 +29,7 @@ const Event events[] = {
     {2, false, 220, 259, poor, 0},         // poor samples
     {2, false, 300, 349, fair, 0},         // fair samples
     {2, false, 560, 575, 0.f, 0},
-    {3, false, 150, 179, good, filledFlag}, // filled by a gap filler
+    {3, false, 150, 179, good, FilledFlag}, // filled by a gap filler
     {3, false, 480, 519, 0.f, 0},
     {4, false, 50, 89, fair, 0},
     {5, false, 30, 34, poor, 0},
@@ -53,6 +53,21 @@ Vector position(int track, int frame)
     return Vector(float(250 + 40 * track + 120 * std::sin(w * t + phase)),
                   float(150 * track - 300 + 60 * std::cos(w * t + phase)),
                   float(1000 + 60 * track + 35 * std::sin(2 * w * t + phase)));
+}
+
+struct Quaternion {
+    float x, y, z, w;
+};
+
+// A body swaying about a tilted axis, up to 40 degrees either way, each body
+// turned further than the one before.
+Quaternion orientation(int body, int frame)
+{
+    const double t = frame / rate, w = 2.0 * M_PI * 0.9;
+    const double degrees = 20.0 * body + 40.0 * std::sin(w * t + 0.5 * body);
+    const double half = degrees * M_PI / 360.0, s = std::sin(half);
+    const double ax = 0.3, ay = 0.5, az = 0.812404; // unit length
+    return {float(ax * s), float(ay * s), float(az * s), float(std::cos(half))};
 }
 
 void applyEvents(int id, bool rigid, int frame, float& cond, uint32_t& flags)
@@ -95,6 +110,8 @@ Take defaultTake()
             if (r.cond > 0) {
                 const Vector p = position(markerCount + i, f);
                 r.pose[0] = p.x, r.pose[1] = p.y, r.pose[2] = p.z;
+                const Quaternion q = orientation(i, f);
+                r.pose[3] = q.x, r.pose[4] = q.y, r.pose[5] = q.z, r.pose[6] = q.w;
             }
             frame.rigids.append(r);
         }

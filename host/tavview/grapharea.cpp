@@ -1,12 +1,15 @@
 #include "host/tavview/grapharea.h"
 
+#include "modules/core/contract.h"
 #include "host/tavview/axisstrip.h"
 #include "host/tavview/graphpanel.h"
 #include "host/tavview/hovertip.h"
 #include "host/tavview/legend.h"
 #include "host/tavview/rotations.h"
+#include "host/tavview/trackselection.h"
 #include "host/tavview/viewcamera.h"
 
+#include <QAction>
 #include <QDynamicPropertyChangeEvent>
 #include <QGridLayout>
 #include <QTimer>
@@ -17,7 +20,8 @@ enum Row { LegendRow, GraphRow, RotationRow, TimeRow };
 enum Column { ValueColumn, GraphColumn };
 
 // The rotations graph draws as the main graph does.
-const char* const mirroredProperties[] = {"enableRGB", "axisMask", "enableRigids", "pointSize", "LOD"};
+const char* const mirroredProperties[] = {GraphProperty::enableRGB, GraphProperty::axisMask,
+                                          GraphProperty::enableRigids, GraphProperty::pointSize, GraphProperty::LOD};
 
 bool isMirrored(const QByteArray& name)
 {
@@ -68,6 +72,12 @@ GraphArea::GraphArea(const ModuleRegistry& r, GraphPanel* panel, QWidget* parent
     });
     connect(panel, &GraphPanel::TakeChanged, this, &GraphArea::takeChanged);
     connect(panel, &GraphPanel::RunsChanged, this, &GraphArea::tracksChanged);
+    connect(panel, &GraphPanel::SelectionChanged, this, [this](qint64 first, qint64 last) {
+        if (mainPanel->selectionShown())
+            timeStrip->SetSelection(first, last);
+        else
+            timeStrip->SetSelection(0, -1);
+    });
     connect(panel, &GraphPanel::CursorMoved, this, [this](qint64 index) {
         if (rotationPanel)
             rotationPanel->SeekFrame(index);
@@ -75,9 +85,10 @@ GraphArea::GraphArea(const ModuleRegistry& r, GraphPanel* panel, QWidget* parent
     if (QObject* graph = panel->graph()) {
         graph->installEventFilter(this);
         connect(graph, SIGNAL(EnableOriginal(bool)), this, SLOT(originalToggled(bool)));
-        legendBar->SetRgb(graph->property("enableRGB").toBool());
+        legendBar->SetRgb(graph->property(GraphProperty::enableRGB).toBool());
     }
     takeChanged();
+    tracksChanged();
 }
 
 GraphArea::~GraphArea() { showRotations(false); }
@@ -94,7 +105,7 @@ TimeScale GraphArea::timeScale() const
     s.firstFrame = mainPanel->take().firstFrame;
     s.rate = mainPanel->take().rate;
     const QObject* graph = mainPanel->graph();
-    if (graph && graph->property("drawTC").toBool())
+    if (graph && graph->property(GraphProperty::drawTC).toBool())
         s.labels = TimeLabels::Timecode;
     else if (seconds)
         s.labels = TimeLabels::Seconds;
@@ -118,7 +129,12 @@ void GraphArea::updateScale()
 void GraphArea::takeChanged()
 {
     updateScale();
-    valueStrip->SetTitle(mainPanel->take().units);
+    // A take without rigid bodies has no rotations to show.
+    const bool rigids = rigidCount(mainPanel->take()) > 0;
+    for (QAction* a : mainPanel->view()->findChildren<QAction*>(QStringLiteral("enable_rigid_angles")))
+        a->setEnabled(rigids);
+    if (const QObject* graph = mainPanel->graph())
+        showRotations(rigids && graph->property(GraphProperty::drawRBAxisAngle).toBool());
     if (rotationPanel) {
         rotationPanel->SetTake(rotationTake(mainPanel->take()));
         tracksChanged();
@@ -127,6 +143,14 @@ void GraphArea::takeChanged()
 
 void GraphArea::tracksChanged()
 {
+    const Take& take = mainPanel->take();
+    QStringList names;
+    for (int id : mainPanel->trackSelection().markers)
+        names << markerLabel(take, id);
+    for (int id : mainPanel->trackSelection().rigids)
+        names << rigidLabel(take, id);
+    legendBar->SetTracks(names);
+    valueStrip->SetTitle(selectionUnits(take, mainPanel->trackSelection()));
     if (!rotationPanel)
         return;
     TrackSelection s;
@@ -154,11 +178,11 @@ bool GraphArea::eventFilter(QObject* watched, QEvent* event)
 void GraphArea::graphPropertyChanged(const QByteArray& name)
 {
     const QVariant value = mainPanel->graph()->property(name.constData());
-    if (name == "drawTC")
+    if (name == GraphProperty::drawTC)
         updateScale();
-    else if (name == "drawRBAxisAngle")
-        showRotations(value.toBool());
-    if (name == "enableRGB")
+    else if (name == GraphProperty::drawRBAxisAngle)
+        showRotations(value.toBool() && rigidCount(mainPanel->take()) > 0);
+    if (name == GraphProperty::enableRGB)
         legendBar->SetRgb(value.toBool());
     if (isMirrored(name) && rotationPanel && rotationPanel->graph()) {
         rotationPanel->graph()->setProperty(name.constData(), value);

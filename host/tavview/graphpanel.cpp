@@ -1,14 +1,29 @@
 #include "host/tavview/graphpanel.h"
 
+#include "modules/core/contract.h"
 #include "host/tavview/moduleregistry.h"
+#include "host/tavview/areas.h"
+#include "host/tavview/filledmarks.h"
+#include "host/tavview/selectionband.h"
 #include "host/tavview/tracks.h"
 #include "host/tavview/viewcamera.h"
 
+#include "modules/core/framex.h"
+#include "utils/saturate.h"
+
+#include <QAction>
 #include <QEvent>
 #include <QMetaObject>
 #include <QResizeEvent>
 
 #include <algorithm>
+
+namespace {
+// What Range2D's "all frames" mode multiplies the value extent by.
+const double allFramesWidening = 5.0;
+// Fit's mode for FitFrames: the host's own, beside the graph's 1 and 2.
+const int framesFit = 3;
+} // namespace
 
 GraphPanel::GraphPanel(const ModuleRegistry& registry, QWidget* windowParent, QObject* parent) : QObject(parent)
 {
@@ -27,7 +42,7 @@ GraphPanel::GraphPanel(const ModuleRegistry& registry, QWidget* windowParent, QO
     if (!graphObject)
         return;
     // Send only what can be seen; the picture is the same.
-    graphObject->setProperty("fastDraw", true);
+    graphObject->setProperty(GraphProperty::fastDraw, true);
 
     QObject* g = graphObject;
     connect(glWindow, SIGNAL(Paint2D(GLW*)), g, SLOT(Draw2D(GLW*)));
@@ -37,9 +52,31 @@ GraphPanel::GraphPanel(const ModuleRegistry& registry, QWidget* windowParent, QO
     connect(g, SIGNAL(UpdateSelect(qint64, qint64)), this, SLOT(onUpdateSelect(qint64, qint64)));
     // The graph proposes a run as the selection; the host takes it as it is.
     connect(g, SIGNAL(Select(QRectF)), g, SLOT(Selected(QRectF)));
+    connect(g, SIGNAL(Select(QRectF)), this, SLOT(onProposal(QRectF)));
+    // After the graph's Draw2D: the band lies over what the graph drew.
+    connect(glWindow, &GLWindow::Paint2D, this, &GraphPanel::drawOverlay);
     QMetaObject::invokeMethod(g, "Connected", Qt::DirectConnection, Q_ARG(GLW*, glView.data()));
+    takeOverAreaActions();
     glWindow->AddContextMenuReceiver(g);
+    watchOffsetActions();
 }
+
+// Connected after the graph's own bindings, so the mirror follows the graph.
+void GraphPanel::watchOffsetActions()
+{
+    if (auto* a = glView->findChild<QAction*>(QLatin1String(GraphAction::updateOffsets)))
+        connect(a, &QAction::triggered, this, &GraphPanel::takeOffsets);
+    if (auto* a = glView->findChild<QAction*>(QLatin1String(GraphAction::clearOffsets)))
+        connect(a, &QAction::triggered, this, &GraphPanel::clearOffsets);
+}
+
+void GraphPanel::takeOffsets()
+{
+    const qint64 index = saturate_cast<qint64>(glView->Cursor().x);
+    offsets = offsetsAt(trackStore, offsetFrame(index, info.size(), info.start), framePeriod(info.freq));
+}
+
+void GraphPanel::clearOffsets() { offsets = TrackOffsets(); }
 
 GraphPanel::~GraphPanel()
 {
@@ -53,6 +90,11 @@ GraphPanel::~GraphPanel()
 void GraphPanel::SetTake(const Take& take)
 {
     currentTake = take;
+    // Offsets are a position of the old take's tracks; the graph keeps them through
+    // new data until told.
+    if (graphObject)
+        QMetaObject::invokeMethod(graphObject.data(), "ClearTrackOffsets", Qt::DirectConnection);
+    clearOffsets();
     // The graph draws samples at their time less offsetX, as frame numbers, but
     // steps through runs in units of its period (1e6 / freq). The two agree only
     // for offsetX 0 and period 1, and the store needs sample time = frame index
@@ -64,6 +106,7 @@ void GraphPanel::SetTake(const Take& take)
     selFirst = selLast = -1;
     honouredFirst = honouredLast = -1;
     selection = TrackSelection();
+    shownSamples = nullptr;
     trackStore = TAV::Frames();
     pendingFit = 2;
     sendFramesInfo();
@@ -76,19 +119,45 @@ void GraphPanel::SetTake(const Take& take)
 void GraphPanel::SetTrackSelection(const TrackSelection& s)
 {
     selection = s;
-    buildTracks(currentTake, selection, trackStore);
+    if (shownSamples) {
+        Take shown = currentTake;
+        shown.frames = *shownSamples;
+        buildTracks(shown, selection, trackStore);
+    } else {
+        buildTracks(currentTake, selection, trackStore);
+    }
     if (graphObject) {
+        // Each of these slots rebuilds the graph's runs. The lists go over while the
+        // graph holds no tracks, so only the last call, with the new tracks, has work.
         QObject* g = graphObject;
+        TAV::Frames none;
+        QMetaObject::invokeMethod(g, "SetTracks", Qt::DirectConnection, Q_ARG(TAV::Frames*, &none));
         QMetaObject::invokeMethod(g, "SetTrackSelection", Qt::DirectConnection, Q_ARG(QList<int>, s.markers),
                                   Q_ARG(QString, QStringLiteral("markers")));
         QMetaObject::invokeMethod(g, "SetTrackSelection", Qt::DirectConnection, Q_ARG(QList<int>, s.rigids),
                                   Q_ARG(QString, QStringLiteral("rigids")));
         QMetaObject::invokeMethod(g, "SetTracks", Qt::DirectConnection, Q_ARG(TAV::Frames*, &trackStore));
     }
+    filled = filledStretches(trackStore);
     emit RunsChanged();
 }
 
-int GraphPanel::jumpMask() const { return graphObject ? graphObject->property("jumpMask").toInt() : 0; }
+void GraphPanel::TakeEdited()
+{
+    SetTrackSelection(selection);
+    Repaint();
+}
+
+void GraphPanel::ShowSamples(const TAV::Frames* frames)
+{
+    shownSamples = frames;
+    TakeEdited();
+}
+
+int GraphPanel::jumpMask() const
+{
+    return graphObject ? graphObject->property(GraphProperty::jumpMask).toInt() : 0;
+}
 
 QRectF GraphPanel::DataRange(int mode) const
 {
@@ -97,10 +166,16 @@ QRectF GraphPanel::DataRange(int mode) const
         return rect;
     QMetaObject::invokeMethod(graphObject.data(), "Range2D", Qt::DirectConnection, Q_ARG(QRectF*, &rect),
                               Q_ARG(int, mode));
+    // The graph widens the values of all frames five-fold about zero, on purpose;
+    // fitting all frames wants the data's own height.
+    if (mode == 1 && rect.height() != 0) {
+        rect.setTop(rect.top() / allFramesWidening);
+        rect.setBottom(rect.bottom() / allFramesWidening);
+    }
     // No sample to fit: the graph's own value range, which it keeps for its host.
     if (rect.height() == 0) {
-        rect.setTop(graphObject->property("maximumY").toDouble());
-        rect.setBottom(graphObject->property("minimumY").toDouble());
+        rect.setTop(graphObject->property(GraphProperty::maximumY).toDouble());
+        rect.setBottom(graphObject->property(GraphProperty::minimumY).toDouble());
     }
     return rect;
 }
@@ -148,12 +223,24 @@ void GraphPanel::Fit(int mode)
     fitNow(mode);
 }
 
+void GraphPanel::FitFrames(qint64 first, qint64 last)
+{
+    fitFirst = first;
+    fitLast = last;
+    Fit(framesFit);
+}
+
 void GraphPanel::fitNow(int mode)
 {
     pendingFit = 0;
     if (currentTake.frameCount() == 0)
         return;
-    fitViewport(glView->viewport, DataRange(mode), int(glView->width()), int(glView->height()));
+    QRectF data = DataRange(mode == framesFit ? 1 : mode);
+    if (mode == framesFit) {
+        data.setLeft(double(fitFirst));
+        data.setRight(double(fitLast));
+    }
+    fitViewport(glView->viewport, data, int(glView->width()), int(glView->height()));
     Repaint();
 }
 
@@ -170,12 +257,70 @@ void GraphPanel::ShowFrames(qint64 first, qint64 last)
     Repaint();
 }
 
+// The view's actions call the graph directly; these two go through the panel.
+void GraphPanel::takeOverAreaActions()
+{
+    QObject* g = graphObject;
+    const struct {
+        const char* name;
+        const char* slot;
+        bool forward;
+    } actions[] = {{GraphAction::nextAOI, SLOT(NextAOI()), true}, {GraphAction::prevAOI, SLOT(PrevAOI()), false}};
+    for (const auto& a : actions)
+        for (QAction* action : glView->findChildren<QAction*>(QString::fromLatin1(a.name))) {
+            disconnect(action, SIGNAL(triggered(bool)), g, a.slot);
+            const bool forward = a.forward;
+            connect(action, &QAction::triggered, this, [this, forward] { StepArea(forward); });
+        }
+}
+
+void GraphPanel::StepArea(bool forward)
+{
+    if (!graphObject || !glView)
+        return;
+    GL::Viewport& vp = glView->viewport;
+    const float before = vp.pos.x;
+    const float from = float(info.current);
+    vp.pos.x = from;
+    proposal = QRectF();
+    QMetaObject::invokeMethod(graphObject.data(), forward ? "NextAOI" : "PrevAOI", Qt::DirectConnection);
+    const float landed = vp.pos.x;
+    // The graph pans its reference point; the host's view keeps its own place
+    // and only follows when the area is out of sight.
+    vp.pos.x = before;
+    if (landed == from) {
+        Repaint();
+        return;
+    }
+    const qint64 first = qint64(landed);
+    const qint64 last = proposal.isNull() ? first : std::max(first, qint64(proposal.right()) - 2);
+    ShowFrames(first, last);
+    SeekFrame(first);
+}
+
+void GraphPanel::onProposal(const QRectF& run) { proposal = run; }
+
+bool GraphPanel::selectionShown() const
+{
+    return selFirst >= 0 && selLast >= selFirst && !(selFirst == 0 && selLast >= currentTake.frameCount() - 1);
+}
+
+void GraphPanel::drawOverlay(GLW* v)
+{
+    if (v != glView)
+        return;
+    drawFilledMarks(v, filled);
+    if (selectionShown())
+        drawSelectionBand(v, double(selFirst), double(selLast));
+}
+
 void GraphPanel::onSeek(qint64 frame, int offset) { SeekFrame(frame + offset); }
 
 void GraphPanel::onSelectionChanged(qint64 first, qint64 last)
 {
     selFirst = first;
     selLast = last;
+    Repaint();
     emit SelectionChanged(first, last);
 }
 

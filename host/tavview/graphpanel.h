@@ -5,9 +5,11 @@
 // it reports to the graph, and the store of tracks the graph shares.
 #include "GL/glw.h"
 #include "GL/glwindow.h"
+#include "modules/core/trackoffsets.h"
 #include "host/tavview/take.h"
 #include "host/tavview/trackselection.h"
 #include "utils/framesinfo.h"
+#include "utils/regions.h"
 
 #include <QObject>
 #include <QPointer>
@@ -33,6 +35,17 @@ public:
     void SetTrackSelection(const TrackSelection& selection);
     const TrackSelection& trackSelection() const { return selection; }
     const TAV::Frames& tracks() const { return trackStore; }
+    // The take's samples, for the edits to change in place; TakeEdited then hands
+    // the graph the changed tracks.
+    Take& editableTake() { return currentTake; }
+    void TakeEdited();
+    // Shows these samples instead of the take's (the unedited take), or the take's
+    // own again when null. The frames must stay alive while shown.
+    void ShowSamples(const TAV::Frames* frames);
+
+    // The graph's track offsets, taken by the same rule at the same moments: when its
+    // "updateoffsets" or "clearoffsets" action runs, and cleared with a new take.
+    const TrackOffsets& trackOffsets() const { return offsets; }
 
     const FramesInfo& framesInfo() const { return info; }
     qint64 current() const { return info.current; }
@@ -40,9 +53,13 @@ public:
     qint64 selectionFirst() const { return selFirst; }
     qint64 selectionLast() const { return selLast; }
     int jumpMask() const;
+    // Whether the selection is worth marking: made, and less than the whole take
+    // (the whole take is what loading selects).
+    bool selectionShown() const;
 
-    // The data rectangle the graph asks for (its Range2D) in the given mode; with
-    // no sample to fit, its values span the graph's "minimumY" to "maximumY".
+    // The data rectangle the graph asks for (its Range2D) in the given mode, mode 1
+    // at the data's own height; with no sample to fit, its values span the graph's
+    // "minimumY" to "maximumY".
     QRectF DataRange(int mode) const;
 
 public slots:
@@ -53,10 +70,17 @@ public slots:
     // selection (the working range without one). Before the window has a size the
     // fit waits for it.
     void Fit(int mode);
+    // Fits the view to frame indices first..last at the data's height over all frames.
+    void FitFrames(qint64 first, qint64 last);
     // Hands the graph a rubber band from x = first to x = last (graph units), as
     // its Selected slot takes one; whole frames select exactly those frames.
     void SelectFrames(double first, double last);
+    // Pans when [first, last] is not wholly in view.
     void ShowFrames(qint64 first, qint64 last);
+    // Next (or previous) area of interest from the cursor: the graph steps from
+    // its view's reference point, so that point is put on the cursor first; the
+    // cursor then lands on the area the graph proposed, and the view follows.
+    void StepArea(bool forward);
     void Repaint();
 
 signals:
@@ -75,11 +99,17 @@ private slots:
     void onSelectionChanged(qint64 first, qint64 last);
     void onRegionChanged(qint64 first, qint64 last);
     void onUpdateSelect(qint64 first, qint64 last);
+    void onProposal(const QRectF& run);
+    void drawOverlay(GLW* view);
+    void takeOffsets();
+    void clearOffsets();
 
 private:
     void sendFramesInfo();
+    void watchOffsetActions();
     void fitNow(int mode);
     void keepRangeOnResize(const QSize& oldSize, const QSize& newSize);
+    void takeOverAreaActions();
 
     QPointer<GLWindow> glWindow;
     QPointer<GLW> glView;
@@ -88,8 +118,13 @@ private:
     Take currentTake;
     TrackSelection selection;
     TAV::Frames trackStore;
+    const TAV::Frames* shownSamples = nullptr;
     FramesInfo info;
+    TrackOffsets offsets;
     qint64 selFirst = -1, selLast = -1;
+    Regions filled; // frames where a shown track holds a filled sample
     qint64 honouredFirst = -1, honouredLast = -1;
     int pendingFit = 0;
+    qint64 fitFirst = 0, fitLast = 0;
+    QRectF proposal;
 };

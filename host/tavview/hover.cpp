@@ -1,32 +1,30 @@
 #include "host/tavview/hover.h"
 
+#include "modules/core/framex.h"
+#include "modules/core/shown.h"
+
 #include <cmath>
 
 namespace {
 
-bool shownTrack(const QList<int>& own, const ShownTracks& s, int id)
-{
-    return (s.markers.isEmpty() && s.rigids.isEmpty()) || own.contains(id);
-}
-
 template <class T>
-void pickIn(const QVector<T>& samples, bool rigid, const QMap<int, Vector>& offsets, const ShownTracks& shown,
+void pickIn(const QVector<T>& samples, bool rigid, const IdMap<Vector>& offsets, const ShownTracks& shown,
             const PixelMap& map, QPointF mouse, double maxPixels, HoverHit& best)
 {
+    OffsetOf offset(offsets);
     for (const T& s : samples) {
-        if (s.cond <= 0)
+        if (!pointShown(s, shown.enableFill))
             continue;
-        const QPointF p0 = map.toPixel(double(s.time), 0);
+        const double x = double(float(frameX32(s.time, shown.offsetX)));
+        const QPointF p0 = map.toPixel(x, 0);
         if (std::fabs(p0.x() - mouse.x()) > maxPixels)
             continue;
-        if (!rigid && !shown.enableFill && (s.flags & 0x10))
-            continue;
-        const Vector v(s), o = offsets.value(int(s.id));
+        const Vector v(s), o = offset(s.id);
         const float coord[3] = {v.x, v.y, v.z}, off[3] = {o.x, o.y, o.z};
         for (int axis = 0; axis < 3; ++axis) {
             if (!(shown.axisMask & (1 << axis)))
                 continue;
-            const QPointF p = map.toPixel(double(s.time), double(coord[axis] - off[axis]));
+            const QPointF p = map.toPixel(x, double(coord[axis] - off[axis]));
             const double d = std::hypot(p.x() - mouse.x(), p.y() - mouse.y());
             if (d <= maxPixels && (!best.found || d < best.distance))
                 best = HoverHit{true, rigid, int(s.id), axis, s.time, coord[axis], d};
@@ -47,27 +45,14 @@ PixelMap pixelMap(const GL::Viewport& viewport, int w, int h)
     return m;
 }
 
-TrackOffsets offsetsAt(const TAV::Frames& tracks, qint64 index, qint64 frameCount)
-{
-    TrackOffsets o;
-    index = qBound<qint64>(0, index, frameCount - 1);
-    for (const TAV::Frame& t : tracks) {
-        if (index < t.markers.size() && t.markers.at(int(index)).cond > 0)
-            o.markers[int(t.markers.at(int(index)).id)] = Vector(t.markers.at(int(index)));
-        if (index < t.rigids.size() && t.rigids.at(int(index)).cond > 0)
-            o.rigids[int(t.rigids.at(int(index)).id)] = Vector(t.rigids.at(int(index)));
-    }
-    return o;
-}
-
 HoverHit pickSample(const TAV::Frames& tracks, const ShownTracks& shown, const PixelMap& map, QPointF mouse,
                     double maxPixels)
 {
     HoverHit best;
     for (const TAV::Frame& t : tracks) {
-        if (shown.enableMarkers && shownTrack(shown.markers, shown, int(t.id)))
+        if (shown.enableMarkers && trackShown(shown.markers, shown.markers, shown.rigids, t.id))
             pickIn(t.markers, false, shown.offsets.markers, shown, map, mouse, maxPixels, best);
-        if (shown.enableRigids && shownTrack(shown.rigids, shown, int(t.id)))
+        if (shown.enableRigids && trackShown(shown.rigids, shown.markers, shown.rigids, t.id))
             pickIn(t.rigids, true, shown.offsets.rigids, shown, map, mouse, maxPixels, best);
     }
     return best;

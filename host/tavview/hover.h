@@ -3,12 +3,11 @@
 // track at (frame index, coordinate less the track's offset) for each drawn axis;
 // picking measures the same points in the view's pixels.
 #include "GL/gl.h"
+#include "modules/core/trackoffsets.h"
 #include "host/tavview/axes.h"
-#include "math/vector.h"
 #include "tav/tavframes.h"
 
 #include <QList>
-#include <QMap>
 #include <QPointF>
 #include <QString>
 
@@ -20,20 +19,12 @@ struct PixelMap {
 };
 PixelMap pixelMap(const GL::Viewport& viewport, int w, int h);
 
-// Per-track y offsets, keyed by sample id, as the graph takes them: a track's
-// position at one frame.
-struct TrackOffsets {
-    QMap<int, Vector> markers;
-    QMap<int, Vector> rigids;
-};
-// The offsets the graph records for the view's mouse at index (clamped to the take).
-TrackOffsets offsetsAt(const TAV::Frames& tracks, qint64 index, qint64 frameCount);
-
 // What the graph draws: its selection lists and switches.
 struct ShownTracks {
     QList<int> markers, rigids; // both empty: every track
     bool enableMarkers = true, enableRigids = true, enableFill = true;
     int axisMask = 7;
+    qint64 offsetX = 0; // the graph's frame range start
     TrackOffsets offsets;
 };
 

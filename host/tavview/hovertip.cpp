@@ -1,8 +1,8 @@
 #include "host/tavview/hovertip.h"
 
+#include "modules/core/contract.h"
 #include "host/tavview/graphpanel.h"
 
-#include <QAction>
 #include <QHelpEvent>
 #include <QToolTip>
 
@@ -10,30 +10,7 @@ HoverTip::HoverTip(GraphPanel* p) : QObject(p), panel(p)
 {
     if (p->window())
         p->window()->installEventFilter(this);
-    watchActions();
-    // New tracks do not move the graph's offsets, but a new take clears what they refer to.
-    connect(p, &GraphPanel::TakeChanged, this, &HoverTip::clearOffsets);
 }
-
-void HoverTip::watchActions()
-{
-    GLW* view = panel->view();
-    if (!view)
-        return;
-    if (auto* a = view->findChild<QAction*>(QStringLiteral("updateoffsets")))
-        connect(a, &QAction::triggered, this, &HoverTip::takeOffsets);
-    if (auto* a = view->findChild<QAction*>(QStringLiteral("clearoffsets")))
-        connect(a, &QAction::triggered, this, &HoverTip::clearOffsets);
-}
-
-// As the graph does: the frame under the mouse, truncated, within the take.
-void HoverTip::takeOffsets()
-{
-    const qint64 index = qint64(panel->view()->Cursor().x);
-    trackOffsets = offsetsAt(panel->tracks(), index, panel->take().frameCount());
-}
-
-void HoverTip::clearOffsets() { trackOffsets = TrackOffsets(); }
 
 QString HoverTip::TextAt(const QPoint& widgetPos) const
 {
@@ -44,20 +21,21 @@ QString HoverTip::TextAt(const QPoint& widgetPos) const
     ShownTracks shown;
     shown.markers = panel->trackSelection().markers;
     shown.rigids = panel->trackSelection().rigids;
-    shown.enableMarkers = graph->property("enableMarkers").toBool();
-    shown.enableRigids = graph->property("enableRigids").toBool();
-    shown.enableFill = graph->property("enableFill").toBool();
-    shown.axisMask = graph->property("axisMask").toInt();
-    shown.offsets = trackOffsets;
+    shown.enableMarkers = graph->property(GraphProperty::enableMarkers).toBool();
+    shown.enableRigids = graph->property(GraphProperty::enableRigids).toBool();
+    shown.enableFill = graph->property(GraphProperty::enableFill).toBool();
+    shown.axisMask = graph->property(GraphProperty::axisMask).toInt();
+    shown.offsetX = panel->framesInfo().start;
+    shown.offsets = panel->trackOffsets();
     const int w = int(view->width()), h = int(view->height());
     const QPointF mouse(widgetPos.x(), h - 1 - widgetPos.y());
     const HoverHit hit = pickSample(panel->tracks(), shown, pixelMap(view->viewport, w, h), mouse,
-                                    graph->property("hoverDistance").toDouble());
+                                    graph->property(GraphProperty::hoverDistance).toDouble());
     if (!hit.found)
         return QString();
     const Take& take = panel->take();
     const QString name = hit.rigid ? rigidLabel(take, hit.id) : markerLabel(take, hit.id);
-    return hoverText(hit, name, take.units, timeScale);
+    return hoverText(hit, name, hit.rigid ? take.units : markerUnits(take, hit.id), timeScale);
 }
 
 bool HoverTip::eventFilter(QObject* watched, QEvent* event)

@@ -1,5 +1,7 @@
 #include "host/tavview/legend.h"
 
+#include "host/tavview/filledmarks.h"
+
 #include <QPainter>
 
 namespace {
@@ -56,6 +58,12 @@ void Legend::SetRgb(bool rgb)
     QWidget::update();
 }
 
+void Legend::SetTracks(const QStringList& names)
+{
+    trackNames = names;
+    QWidget::update();
+}
+
 QSize Legend::sizeHint() const { return QSize(600, fontMetrics().height() + 6); }
 
 void Legend::paintEvent(QPaintEvent*)
@@ -64,6 +72,12 @@ void Legend::paintEvent(QPaintEvent*)
     const QFontMetrics fm = fontMetrics();
     const int mid = height() / 2;
     int x = gap;
+    if (!trackNames.isEmpty()) {
+        const QString names = trackNames.join(QStringLiteral(", "));
+        p.setPen(QColor(235, 235, 235));
+        p.drawText(x, mid + fm.ascent() / 2 - 1, names);
+        x += fm.horizontalAdvance(names) + 4 * gap;
+    }
     auto draw = [&](const LegendEntry& e, const QColor& fill) {
         p.fillRect(x, mid - swatch / 2, swatch, swatch, fill);
         x += swatch + 3;
@@ -76,4 +90,7 @@ void Legend::paintEvent(QPaintEvent*)
     x += 2 * gap;
     for (const LegendEntry& e : runLegend())
         draw(e, shaded(e.colour));
+    // The filled strip is drawn opaque, unlike the runs.
+    const QColor filled = rgbF(filledMarkColour[0], filledMarkColour[1], filledMarkColour[2]);
+    draw({QStringLiteral("filled"), filled}, filled);
 }

@@ -3,6 +3,7 @@
 // with "enableRGB") and the shading of its runs.
 #include <QColor>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 #include <QWidget>
 
@@ -24,6 +25,9 @@ public:
 
     void SetRgb(bool rgb);
     bool rgb() const { return rgbAxes; }
+    // The names of the tracks shown, listed before the colours.
+    void SetTracks(const QStringList& names);
+    const QStringList& tracks() const { return trackNames; }
     QSize sizeHint() const override;
 
 protected:
@@ -31,4 +35,5 @@ protected:
 
 private:
     bool rgbAxes = false;
+    QStringList trackNames;
 };

@@ -1,6 +1,8 @@
 // tavview: opens a take (a C3D file, or the built-in one) and shows it in the time
 // graph loaded from tavgraph.so; or renders one picture of it; or reports the
 // quality of many takes.
+#include "modules/core/contract.h"
+#include "host/tavview/editcommand.h"
 #include "host/tavview/graphpanel.h"
 #include "host/tavview/mainwindow.h"
 #include "host/tavview/moduleregistry.h"
@@ -9,6 +11,7 @@
 #include "host/tavview/snapshot.h"
 #include "host/tavview/take.h"
 #include "host/tavview/trackselection.h"
+#include "utils/saturate.h"
 
 #include <QApplication>
 #include <QDir>
@@ -63,6 +66,8 @@ int main(int argc, char** argv)
 
     if (options.report)
         return runReport(options.files, options.csv) ? Ok : Failed;
+    if (options.editing())
+        return runEditCommand(options, message) ? Ok : fail(message);
 
     // The take first: a file that cannot be used is the likeliest mistake, and
     // reading it needs no display.
@@ -77,12 +82,23 @@ int main(int argc, char** argv)
         return fail(message, BadUsage);
     qint64 cursor = 0;
     if (options.frame) {
-        cursor = *options.frame - take.firstFrame;
+        cursor = sub64(*options.frame, take.firstFrame);
         if (cursor < 0 || cursor >= take.frameCount())
             return fail(QStringLiteral("--frame %1 is outside the take (frames %2 to %3)")
                             .arg(*options.frame)
                             .arg(take.firstFrame)
                             .arg(take.firstFrame + take.frameCount() - 1),
+                        BadUsage);
+    }
+
+    if (options.range) {
+        const qint64 first = take.firstFrame, last = take.firstFrame + take.frameCount() - 1;
+        if (options.range->first > last || options.range->second < first)
+            return fail(QStringLiteral("--range %1-%2 is outside the take (frames %3 to %4)")
+                            .arg(options.range->first)
+                            .arg(options.range->second)
+                            .arg(first)
+                            .arg(last),
                         BadUsage);
     }
 
@@ -104,15 +120,27 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("tavview"));
     QApplication::setOrganizationName(QStringLiteral("tavgraph"));
 
+    if (!options.snapshotPath.isEmpty() && !canWritePicture(options.snapshotPath, message))
+        return fail(message, BadUsage);
     if (!options.snapshotPath.isEmpty()) {
         GraphPanel panel(registry);
         panel.SetTake(take);
         panel.SetTrackSelection(selection);
         panel.SeekFrame(cursor);
-        if (!saveSnapshot(panel, options.size, options.snapshotPath, message))
+        if (QObject* graph = panel.graph()) {
+            graph->setProperty(GraphProperty::enableRGB, options.rgb);
+            graph->setProperty(GraphProperty::axisMask, options.axisMask);
+        }
+        if (options.range)
+            panel.FitFrames(options.range->first - take.firstFrame, options.range->second - take.firstFrame);
+        else
+            panel.Fit(2);
+        QRect graph;
+        if (!saveSnapshot(registry, panel, options.size, options.snapshotPath, message, &graph))
             return fail(message);
-        std::printf("tavview: wrote %s (%dx%d)\n", qPrintable(QDir::toNativeSeparators(options.snapshotPath)),
-                    options.size.width(), options.size.height());
+        std::printf("tavview: wrote %s (%dx%d, graph %dx%d at %d,%d)\n",
+                    qPrintable(QDir::toNativeSeparators(options.snapshotPath)), options.size.width(),
+                    options.size.height(), graph.width(), graph.height(), graph.x(), graph.y());
         return Ok;
     }
 
@@ -120,7 +148,7 @@ int main(int argc, char** argv)
     QSettings settings;
     MainWindow window(registry);
     window.ApplyPreferences(readPreferences(settings));
-    window.ShowTake(take, selection);
+    window.ShowTake(take, selection, options.files.value(0));
     if (!options.files.isEmpty())
         window.RememberFile(options.files.first());
     window.panel()->SeekFrame(cursor);

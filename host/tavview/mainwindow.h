@@ -9,11 +9,14 @@
 #include <QMainWindow>
 
 class AreasPanel;
+class EditDock;
+class Editing;
 class GraphArea;
 class GraphPanel;
 class ModuleRegistry;
 class Playback;
 class QLabel;
+class QLineEdit;
 class QListWidget;
 class QMenu;
 
@@ -26,8 +29,12 @@ public:
     GraphArea* graphArea() const { return area; }
     Playback* playback() const { return player; }
     AreasPanel* areas() const { return areasPanel; }
+    Editing* editing() const { return edits; }
+    EditDock* editDock() const { return editPanel; }
     QListWidget* markerList() const { return markers; }
     QListWidget* rigidList() const { return rigids; }
+    QListWidget* outputList() const { return outputs; }
+    QLineEdit* trackFilter() const { return filter; }
     QLabel* cursorLabel() const { return cursorText; }
     QLabel* selectionLabel() const { return selectionText; }
     QLabel* selectionTimeLabel() const { return selectionTime; }
@@ -40,8 +47,9 @@ public:
     // Puts path first in File > Open Recent.
     void RememberFile(const QString& path);
 
-    // Shows a take with these tracks selected.
-    void ShowTake(const Take& take, const TrackSelection& selection);
+    // Shows a take with these tracks selected; source is the file it came from
+    // (empty for the built-in take), where saving reads what the take leaves out.
+    void ShowTake(const Take& take, const TrackSelection& selection, const QString& source = QString());
     // Selects tracks in the lists (and so in the graph).
     void SelectTracks(const TrackSelection& selection);
 
@@ -54,6 +62,7 @@ private slots:
     void openFile();
     void showHelp();
     void trackListChanged();
+    void filterTracks();
     void showCursor();
     void showSelection(qint64 first, qint64 last);
     void showRegion(qint64 first, qint64 last);
@@ -62,6 +71,12 @@ private slots:
 
 private:
     void buildMenus();
+    void setGraphProperty(const char* name, const QVariant& value);
+    void syncViewSwitches();
+    // Moves the cursor (kept inside the take) and brings it into view.
+    void seekAndShow(qint64 index);
+    qint64 visibleFrames() const;
+    void zoomTime(double factor);
     void fillRecentMenu();
     void fillTrackLists();
     QString frameText(qint64 index) const;
@@ -71,13 +86,20 @@ private:
     GraphArea* area;
     Playback* player;
     AreasPanel* areasPanel;
+    Editing* edits;
+    EditDock* editPanel;
     QListWidget* markers;
     QListWidget* rigids;
+    QListWidget* outputs;
+    QLabel* outputsLabel;
+    QLineEdit* filter;
     QLabel* cursorText;
     QLabel* selectionText;
     QLabel* selectionTime;
     QMenu* recentMenu = nullptr;
     QAction* secondsAction = nullptr;
+    QAction* rgbAction = nullptr;
+    QList<QAction*> axisActions;
     QStringList recent;
     QList<qint64> frameTimes;
 };

@@ -47,6 +47,7 @@ void Playback::tick()
     const qint64 due = qint64(std::floor(clock.nsecsElapsed() * 1e-9 * panel->take().rate));
     if (due > framesPlayed) {
         panel->StepFrames(due - framesPlayed);
+        panel->ShowFrames(panel->current(), panel->current());
         framesPlayed = due;
     }
 }

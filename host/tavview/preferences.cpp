@@ -1,12 +1,17 @@
 #include "host/tavview/preferences.h"
 
+#include "modules/core/contract.h"
+
 #include <QFileInfo>
 
 QStringList rememberedGraphProperties()
 {
-    return {QStringLiteral("enableMarkers"), QStringLiteral("enableRigids"),    QStringLiteral("enableFill"),
-            QStringLiteral("enableRGB"),     QStringLiteral("axisMask"),        QStringLiteral("drawTC"),
-            QStringLiteral("drawRBAxisAngle")};
+    QStringList names;
+    for (const char* name : {GraphProperty::enableMarkers, GraphProperty::enableRigids, GraphProperty::enableFill,
+                             GraphProperty::enableRGB, GraphProperty::axisMask, GraphProperty::drawTC,
+                             GraphProperty::drawRBAxisAngle})
+        names << QLatin1String(name);
+    return names;
 }
 
 QStringList withRecentFile(const QStringList& files, const QString& path, int max)

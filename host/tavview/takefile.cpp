@@ -4,6 +4,10 @@
 
 #include <QFileInfo>
 
+namespace {
+const double maximumRate = 1e6;
+} // namespace
+
 QString namingFile(const QString& path, const QString& problem)
 {
     return problem.contains(QFileInfo(path).fileName()) ? problem : QStringLiteral("%1: %2").arg(path, problem);
@@ -27,6 +31,14 @@ bool loadTake(const QString& path, Take& take, QString& error)
     }
     if (!(t.rate > 0)) {
         error = QStringLiteral("%1: the file gives no frame rate").arg(path);
+        return false;
+    }
+    // Frame times are kept in whole microseconds: faster rates are no capture.
+    if (t.rate > maximumRate) {
+        error = QStringLiteral("%1: the frame rate %2 Hz is beyond any capture (at most %3 Hz)")
+                    .arg(path)
+                    .arg(t.rate, 0, 'g', 6)
+                    .arg(maximumRate, 0, 'g', 6);
         return false;
     }
     // Assigned, not copy-constructed: a copied store would forget its "frequency".

@@ -1,6 +1,7 @@
 #include "host/tavview/tracks.h"
 
 #include <set>
+#include <vector>
 
 namespace {
 
@@ -10,21 +11,19 @@ TAV::Rigid absent(const TAV::Rigid&, uint32_t id, int frame)
     return TAV::Rigid{id, 0, frame, {0, 0, 0, 0, 0, 0, 0}, 0};
 }
 
-// GetTrack skips frames that lack the id; rebuild such a track with placeholders.
+// One track being filled: where it is and which kinds it takes.
+struct TrackSlot {
+    TAV::Frame* track;
+    uint32_t id;
+    bool marker, rigid;
+};
+
+// The sample of id in a frame's vector, or a missing placeholder at that frame.
 template <class T>
-void makeDense(QVector<T>& track, const TAV::Frames& frames, uint32_t id, QVector<T> TAV::Frame::*samples)
+void appendSample(QVector<T>& track, const QVector<T>& frameSamples, uint32_t id, int frame)
 {
-    const int n = frames.size();
-    if (track.size() == n)
-        return;
-    QVector<T> dense;
-    dense.reserve(n);
-    for (int f = 0; f < n; ++f) {
-        const QVector<T>& v = frames.at(f).*samples;
-        const int i = TAV::indexOfId(v, id);
-        dense.append(i >= 0 ? v.at(i) : absent(T(), id, f));
-    }
-    track.swap(dense);
+    const int i = TAV::indexOfId(frameSamples, id);
+    track.append(i >= 0 ? frameSamples.at(i) : absent(T(), id, frame));
 }
 
 } // namespace
@@ -37,17 +36,29 @@ void buildTracks(const Take& take, const TrackSelection& selection, TAV::Frames&
     tracks = TAV::Frames();
     tracks.markerInfo = take.frames.markerInfo;
     tracks.trackerInfo = take.frames.trackerInfo;
-    tracks.reserve(int(ids.size()));
+    tracks.resize(int(ids.size()));
+    const int n = take.frames.size();
+    std::vector<TrackSlot> filling;
+    TAV::Frame* next = tracks.data();
     for (int id : ids) {
-        const bool marker = selection.markers.contains(id), rigid = selection.rigids.contains(id);
-        const unsigned short mask = (marker ? TAV::MaskMarkers : 0) | (rigid ? TAV::MaskRigids : 0);
-        TAV::Frame track;
-        take.frames.GetTrack(track, uint32_t(id), mask);
-        if (marker)
-            makeDense(track.markers, take.frames, uint32_t(id), &TAV::Frame::markers);
-        if (rigid)
-            makeDense(track.rigids, take.frames, uint32_t(id), &TAV::Frame::rigids);
-        tracks.append(track);
+        TrackSlot s{next++, uint32_t(id), selection.markers.contains(id), selection.rigids.contains(id)};
+        s.track->id = s.id;
+        s.track->time = -1;
+        if (s.marker)
+            s.track->markers.reserve(n);
+        if (s.rigid)
+            s.track->rigids.reserve(n);
+        filling.push_back(s);
+    }
+    // Frames outer, tracks inner: one pass over the take, however many tracks.
+    for (int f = 0; f < n; ++f) {
+        const TAV::Frame& frame = take.frames.at(f);
+        for (const TrackSlot& s : filling) {
+            if (s.marker)
+                appendSample(s.track->markers, frame.markers, s.id, f);
+            if (s.rigid)
+                appendSample(s.track->rigids, frame.rigids, s.id, f);
+        }
     }
     tracks.setProperty<double>("frequency", take.rate);
     tracks.setProperty<QList<qint64>>("timeLut", take.timeLut());

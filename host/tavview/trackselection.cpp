@@ -1,5 +1,6 @@
 #include "host/tavview/trackselection.h"
 
+#include "modules/core/sampleflags.h"
 #include "utils/regions.h"
 
 #include <QRegularExpression>
@@ -13,20 +14,26 @@ const int defaultMarkers = 3;
 QString fromStd(const std::string& s) { return QString::fromStdString(s); }
 
 // How much a track has to show: 3 gaps, 2 poor samples, 1 fair or filled ones, 0
-// nothing but good samples.
+// nothing but good samples; -1 no valid sample at all, so nothing to draw.
 template <class T>
 int interest(const TAV::Frames& frames, int id, QVector<T> TAV::Frame::*samples)
 {
     int best = 0;
+    bool anyValid = false;
     for (const TAV::Frame& frame : frames) {
         const QVector<T>& v = frame.*samples;
         const int i = TAV::indexOfId(v, uint32_t(id));
         if (i < 0)
             continue;
         const T& sample = v.at(i);
-        switch (condition_type(sample.cond)) {
-        case RegionMissing:
+        const int type = condition_type(sample.cond);
+        anyValid = anyValid || type != RegionMissing;
+        if (anyValid && best == 3)
             return 3;
+        switch (type) {
+        case RegionMissing:
+            best = 3;
+            break;
         case RegionPoor:
             best = std::max(best, 2);
             break;
@@ -34,11 +41,11 @@ int interest(const TAV::Frames& frames, int id, QVector<T> TAV::Frame::*samples)
             best = std::max(best, 1);
             break;
         default:
-            if (sample.flags & 0x10)
+            if (isFilled(sample))
                 best = std::max(best, 1);
         }
     }
-    return best;
+    return anyValid ? best : -1;
 }
 
 // The ids of the count most interesting tracks, in id order; among equals the lower ids.
@@ -46,8 +53,11 @@ template <class T>
 QList<int> mostInteresting(const Take& take, const QList<int>& ids, QVector<T> TAV::Frame::*samples, int count)
 {
     QVector<QPair<int, int>> ranked; // (-interest, id)
-    for (int id : ids)
-        ranked.append({-interest(take.frames, id, samples), id});
+    for (int id : ids) {
+        const int i = interest(take.frames, id, samples);
+        if (i >= 0)
+            ranked.append({-i, id});
+    }
     std::sort(ranked.begin(), ranked.end());
     QList<int> chosen;
     for (int i = 0; i < ranked.size() && i < count; ++i)
@@ -88,16 +98,45 @@ QString rigidLabel(const Take& take, int id)
     return QStringLiteral("Rigid %1").arg(id);
 }
 
-QString markerKind(const Take& take, int id)
+namespace {
+
+// The value of "key=" in a point's options; empty when absent.
+QString pointOption(const Take& take, int id, const QString& key)
 {
-    static const QRegularExpression kind(QStringLiteral("(?:^|;)\\s*kind=([^;]*)"));
+    const QRegularExpression pattern(QStringLiteral("(?:^|;)\\s*%1=([^;]*)").arg(key));
     for (const TAV::MarkerInfo& info : take.frames.markerInfo)
         if (int(info.id) == id) {
-            const QRegularExpressionMatch m = kind.match(fromStd(info.options));
-            if (m.hasMatch() && !m.captured(1).trimmed().isEmpty())
+            const QRegularExpressionMatch m = pattern.match(fromStd(info.options));
+            if (m.hasMatch())
                 return m.captured(1).trimmed();
         }
-    return QStringLiteral("marker");
+    return QString();
+}
+
+} // namespace
+
+QString markerKind(const Take& take, int id)
+{
+    const QString kind = pointOption(take, id, QStringLiteral("kind"));
+    return kind.isEmpty() ? QStringLiteral("marker") : kind;
+}
+
+QString markerUnits(const Take& take, int id)
+{
+    const QString units = pointOption(take, id, QStringLiteral("units"));
+    return units.isEmpty() ? take.units : units;
+}
+
+QString selectionUnits(const Take& take, const TrackSelection& selection)
+{
+    QStringList units;
+    for (int id : selection.markers)
+        if (!units.contains(markerUnits(take, id)))
+            units << markerUnits(take, id);
+    if (units.isEmpty() || (!selection.rigids.isEmpty() && !units.contains(take.units)))
+        units << take.units;
+    units.removeAll(QString());
+    return units.join(QStringLiteral(", "));
 }
 
 TrackSelection defaultSelection(const Take& take)

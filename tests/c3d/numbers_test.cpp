@@ -43,6 +43,24 @@ INSTANTIATE_TEST_SUITE_P(
                     FloatBytes{"DecLargestValue", Processor::Dec, {0xFF, 0x7F, 0xFF, 0xFF}, 1.7014117e38f}),
     [](const testing::TestParamInfo<FloatBytes>& i) { return std::string(i.param.name); });
 
+// Edited samples go back in their file's own format: what is written reads back.
+TEST(Numbers, WrittenValuesReadBackInEveryProcessorsFormat)
+{
+    for (Processor p : {Processor::Intel, Processor::Dec, Processor::Mips}) {
+        SCOPED_TRACE(C3D::processorName(p));
+        for (float v : {-2.5f, 1234.567f, 1e-3f, 0.0f, -1.0f, 65535.0f, std::ldexp(1.0f, -128) /* DEC's smallest */}) {
+            uint8_t bytes[4];
+            C3D::writeFloat(bytes, v, p);
+            EXPECT_EQ(C3D::readFloat(bytes, p), v);
+        }
+        for (int16_t v : {int16_t(-1), int16_t(0), int16_t(12345), int16_t(-32768)}) {
+            uint8_t bytes[2];
+            C3D::writeInt16(bytes, v, p);
+            EXPECT_EQ(C3D::readInt16(bytes, p), v);
+        }
+    }
+}
+
 // Float files store the fourth word as a float; writers mark a missing sample by
 // -1, 65535 or -32768, all negative as a signed 16-bit word.
 TEST(Numbers, FourthWordOfFloatFilesReadsAsSigned16Bits)

@@ -6,23 +6,36 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 namespace {
 
-// Median 10 steps (residual 0 takes no part): good below twice the median, fair
-// below four times, poor beyond; a filled sample (0) is fair.
-TEST(ResidualRule, GradesAgainstTheTakesMedian)
+// Good below g = max(2 m, m + 3 robust standard deviations), fair below 2 g, poor
+// beyond; a filled sample (0) is fair. Residual 0 takes no part in m.
+TEST(ResidualRule, GradesAgainstTheTakesSpread)
 {
-    C3D::ResidualRule rule;
-    for (int s : {8, 9, 10, 10, 12, 30, 0, 0, 0})
-        rule.count(s);
-    rule.settle();
-    ASSERT_EQ(rule.medianSteps(), 10);
     const struct {
-        int steps, type;
-    } rows[] = {{1, RegionGood}, {19, RegionGood}, {20, RegionFair}, {39, RegionFair},
-                {40, RegionPoor}, {255, RegionPoor}, {0, RegionFair}};
-    for (const auto& r : rows)
-        EXPECT_EQ(condition_type(rule.condition(r.steps)), r.type) << r.steps << " steps";
+        const char* name;
+        std::vector<int> take;
+        std::vector<std::pair<int, int>> steps; // steps, type
+    } rows[] = {
+        // Median 10, deviation 1: the spread is narrow, twice the median decides.
+        {"narrow", {8, 9, 10, 10, 12, 30, 0, 0, 0},
+         {{1, RegionGood}, {19, RegionGood}, {20, RegionFair}, {39, RegionFair}, {40, RegionPoor},
+          {255, RegionPoor}, {0, RegionFair}}},
+        // Median 10, deviation 5: good below 32.2, fair below 64.4.
+        {"wide", {3, 5, 8, 10, 10, 14, 15, 20, 25},
+         {{25, RegionGood}, {32, RegionGood}, {33, RegionFair}, {64, RegionFair}, {65, RegionPoor}}},
+    };
+    for (const auto& r : rows) {
+        C3D::ResidualRule rule;
+        for (int s : r.take)
+            rule.count(s);
+        rule.settle();
+        for (const auto& s : r.steps)
+            EXPECT_EQ(condition_type(rule.condition(s.first)), s.second) << r.name << ", " << s.first << " steps";
+    }
 }
 
 // Two points over four frames, both with the given residual; point 1 has
@@ -48,7 +61,7 @@ TEST(ResidualTakes, ZeroIsFilledOnlyAmongPositiveResiduals)
 {
     QTemporaryDir dir;
     const TAV::Frames graded = residualTake(dir, 7);
-    EXPECT_EQ(graded[2].markers[1].flags, uint32_t(C3D::FilledFlag));
+    EXPECT_EQ(graded[2].markers[1].flags, FilledFlag);
     EXPECT_EQ(condition_type(graded[2].markers[1].cond), RegionFair);
     EXPECT_EQ(graded[2].markers[0].flags, 0u);
     EXPECT_EQ(condition_type(graded[2].markers[0].cond), RegionGood);

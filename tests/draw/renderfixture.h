@@ -32,7 +32,9 @@ protected:
         // Connected after the graph, so it runs once the graph has drawn, before the swap.
         QObject::connect(window.get(), &GLWindow::Paint2D, [this](GLW*) { picture = readBack(); });
         window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        // A loaded machine (the sanitizer build beside another suite) can take longer
+        // than Qt's default 5 s to map a GL window.
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get(), 60000)) << "the window was never shown";
         ASSERT_TRUE(window->isValid()) << "no GL context";
         ASSERT_EQ(window->width(), width);
         ASSERT_EQ(window->height(), height);
@@ -47,10 +49,18 @@ protected:
         graph.SetFramesInfo(&info);
     }
 
+    // The picture of one paint. A paint asked for while the window system is still
+    // settling can be dropped, so ask again until one has arrived.
     QImage render()
     {
         picture = QImage();
-        window->updateGL();
+        (void)QTest::qWaitFor(
+            [this] {
+                if (picture.isNull())
+                    window->updateGL();
+                return !picture.isNull();
+            },
+            60000);
         return picture;
     }
 

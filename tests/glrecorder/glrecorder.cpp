@@ -119,6 +119,14 @@ void GLAPIENTRY glBlendFunc(GLenum sfactor, GLenum dfactor)
     glrec::record("glBlendFunc", {double(sfactor), double(dfactor)});
 }
 
+// Queries are not drawing: they go unrecorded and find no state set, as in a
+// context that has no depth buffer, so the fast paint sends everything.
+void GLAPIENTRY glGetIntegerv(GLenum, GLint* data) { data[0] = 0; }
+void GLAPIENTRY glGetFloatv(GLenum, GLfloat* data) { data[0] = 0; }
+void GLAPIENTRY glGetDoublev(GLenum, GLdouble* data) { data[0] = 0; }
+void GLAPIENTRY glGetBooleanv(GLenum, GLboolean* data) { data[0] = GL_FALSE; }
+GLboolean GLAPIENTRY glIsEnabled(GLenum) { return GL_FALSE; }
+
 } // extern "C"
 
 namespace glrec {
@@ -140,6 +148,11 @@ bool bound(std::string* which)
         {"glDisable", reinterpret_cast<void*>(&glDisable)},
         {"glShadeModel", reinterpret_cast<void*>(&glShadeModel)},
         {"glBlendFunc", reinterpret_cast<void*>(&glBlendFunc)},
+        {"glGetIntegerv", reinterpret_cast<void*>(&glGetIntegerv)},
+        {"glGetFloatv", reinterpret_cast<void*>(&glGetFloatv)},
+        {"glGetDoublev", reinterpret_cast<void*>(&glGetDoublev)},
+        {"glGetBooleanv", reinterpret_cast<void*>(&glGetBooleanv)},
+        {"glIsEnabled", reinterpret_cast<void*>(&glIsEnabled)},
     };
     for (const auto& e : entries) {
         if (dlsym(RTLD_DEFAULT, e.first) != e.second) {

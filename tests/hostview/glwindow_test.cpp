@@ -56,6 +56,31 @@ TEST_F(ShownWindow, RepaintCounterPaintsOnceAskedAndResets)
     EXPECT_EQ(paints.last().at(0).value<GLW*>(), &view);
 }
 
+// A view whose edges are not finite, or equal, is not painted: its projection would
+// be undefined. Each row makes exactly one edge fail.
+TEST_F(ShownWindow, ViewsWithoutFiniteDistinctEdgesAreNotPainted)
+{
+    const struct {
+        const char* name;
+        Vector pos, scale;
+        bool painted;
+    } rows[] = {{"ordinary", {10, 20, 0}, {2, 4, 1}, true},
+                {"left edge overflows", {-3.4e38f, 0, 0}, {1e-36f, 1, 1}, false},
+                {"right edge overflows", {0, 0, 0}, {1e-37f, 1, 1}, false},
+                {"bottom edge overflows", {0, -3.4e38f, 0}, {1, 1e-36f, 1}, false},
+                {"top edge overflows", {0, 0, 0}, {1, 1e-37f, 1}, false},
+                {"zero width", {0, 0, 0}, {0, 1, 1}, false},
+                {"edges round together", {1e6f, 0, 0}, {1e9f, 1, 1}, false}};
+    QSignalSpy paints(&window, &GLWindow::Paint2D);
+    for (const auto& r : rows) {
+        view.viewport.pos = r.pos;
+        view.viewport.scale = r.scale;
+        paints.clear();
+        window.updateGL();
+        EXPECT_EQ(paints.count(), r.painted ? 1 : 0) << r.name;
+    }
+}
+
 // Keys reach the window's key actions by their shortcut; mouse actions run on
 // their exact binding (button and modifiers) when the event is over their view.
 struct Input {
@@ -132,7 +157,6 @@ TEST_F(ShownWindow, MouseSlotFollowsTheWindowMouseThroughADrag)
     QTest::mousePress(&window, Qt::LeftButton, Qt::NoModifier, QPoint(25, 70));
     EXPECT_EQ(probe.lastMouse, &window.mouse);
     EXPECT_EQ(QPoint(probe.seen.x, probe.seen.y), QPoint(25, 29));
-    EXPECT_EQ(view.Cursor(), Vector(22.5f, 27.25f, 0));
 
     QMouseEvent drag(QEvent::MouseMove, QPointF(31, 70), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&window, &drag);
@@ -143,19 +167,15 @@ TEST_F(ShownWindow, MouseSlotFollowsTheWindowMouseThroughADrag)
     EXPECT_EQ(window.mouse.button, 0);
 }
 
-// Each right click fills a fresh tree (the receiver now inserts less, and only
-// that shows), and building the menu sets check marks without running a slot.
+// Each right click fills a fresh tree: the receiver now inserts less, and only that shows.
 TEST_F(ShownWindow, RightClickShowsAFreshMenuAndRunsNoSlot)
 {
     QAction* markers = window.NewAction("", "enable_markers", &probe, SLOT(EnableMarkers(bool)));
     QAction* next = window.NewAction("Ctrl+.", "nextaoi", &probe, SLOT(NextAOI()));
-    markers->setCheckable(true);
-    next->setCheckable(true);
     window.AddContextMenuReceiver(&probe);
     QContextMenuEvent click(QContextMenuEvent::Mouse, QPoint(25, 70), window.mapToGlobal(QPoint(25, 70)));
-    const auto open = [&](const QStringList& paths, bool checked) {
+    const auto open = [&](const QStringList& paths) {
         probe.menuPaths = paths;
-        probe.checkAll = checked;
         QApplication::sendEvent(&window, &click);
         QMenu* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         const QList<QAction*> shown = menu ? menu->actions() : QList<QAction*>();
@@ -163,10 +183,8 @@ TEST_F(ShownWindow, RightClickShowsAFreshMenuAndRunsNoSlot)
             menu->close();
         return shown;
     };
-    EXPECT_EQ(open({"nextaoi", "enable_markers"}, true), (QList<QAction*>{next, markers}));
-    EXPECT_TRUE(markers->isChecked() && next->isChecked());
-    EXPECT_EQ(open({"enable_markers"}, false), QList<QAction*>{markers});
-    EXPECT_FALSE(markers->isChecked());
+    EXPECT_EQ(open({"nextaoi", "enable_markers"}), (QList<QAction*>{next, markers}));
+    EXPECT_EQ(open({"enable_markers"}), QList<QAction*>{markers});
     EXPECT_EQ(probe.calls, (QStringList{"InitContextMenuTree", "InitContextMenuTree"}));
 }
 

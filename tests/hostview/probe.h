@@ -16,7 +16,6 @@ public:
     Mouse* lastMouse = nullptr;
     Mouse seen;           // a copy of the mouse state at the last MoveCursor call
     QStringList menuPaths; // what InitContextMenuTree inserts, by action name
-    bool checkAll = true;
 
 public slots:
     void NextAOI() { calls << "NextAOI"; }
@@ -35,9 +34,7 @@ public slots:
     {
         calls << "InitContextMenuTree";
         for (const QString& name : qAsConst(menuPaths))
-            if (QAction* a = glw->findChild<QAction*>(name)) {
+            if (QAction* a = glw->findChild<QAction*>(name))
                 mt->Insert(name, a, menuPaths.indexOf(name));
-                a->setChecked(checkAll);
-            }
     }
 };

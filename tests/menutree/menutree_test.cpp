@@ -88,6 +88,20 @@ TEST(MenuTree, DestroyedObjectLeavesEveryPathWithOneConnection)
     EXPECT_EQ(tree.Find("display.nextaoi"), nullptr);
 }
 
+TEST(MenuTree, RemovesByPathOnlyWhatIsThere)
+{
+    MenuTree tree;
+    QAction action(nullptr);
+    tree.Insert("display", "Display");
+    tree.Insert("display.markers", &action);
+
+    EXPECT_FALSE(tree.Remove("absent.markers"));
+    EXPECT_FALSE(tree.Remove("display.absent"));
+    EXPECT_TRUE(tree.Remove("display.markers"));
+    EXPECT_EQ(tree.Find("display.markers"), nullptr);
+    EXPECT_NE(tree.Find("display"), nullptr);
+}
+
 // The tree used by the building tests: separators around actions, a tear-off
 // sub-menu, a sub-menu without objects and one without children.
 struct Built {

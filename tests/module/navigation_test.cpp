@@ -64,6 +64,8 @@ INSTANTIATE_TEST_SUITE_P(
         NavigationRow{"NextVisitsGapAndPoorRunThenWraps", fiveRuns, 3.25f,
                       {{'N', 10.25f, "8+8"}, {'N', 30.25f, "28+8"}, {'N', 10.25f, "8+8"}}},
         NavigationRow{"PrevWrapsToTheLastMatch", fiveRuns, 12.0f, {{'P', 30.0f, "28+8"}}},
+        // The first run's last frame counts as being at the front, as its start does.
+        NavigationRow{"PrevFromTheFirstRunsEndWraps", fiveRuns, 9.0f, {{'P', 30.0f, "28+8"}}},
         NavigationRow{"PrevStepsBackThenWrapsFromTheFront", fiveRuns, 40.0f,
                       {{'P', 30.0f, "28+8"}, {'P', 10.0f, "8+8"}, {'P', 30.0f, "28+8"}}},
         NavigationRow{"PrevNeverRevisitsTheLastRunAfterItsWrap", missingLast, 15.0f, {{'P', 15.0f, ""}}},

@@ -88,7 +88,9 @@ INSTANTIATE_TEST_SUITE_P(
         SelectionRow{"ExpandClampsAbsoluteNumbers", at1000, true, 10, 20, E, {}, 10, 20, "R 1009 99"},
         SelectionRow{"ExpandPlainSelection", hundred, false, 10, 20, E, {}, 10, 20, "S 9 21"},
         SelectionRow{"ContractByOneFrame", hundred, true, 5, 9, C, {}, 5, 9, "R 6 8"},
-        SelectionRow{"ContractTwoFramesDoesNothing", hundred, true, 5, 6, C, {}, 5, 6, ""}),
+        SelectionRow{"ContractTwoFramesDoesNothing", hundred, true, 5, 6, C, {}, 5, 6, ""},
+        SelectionRow{"ExpandWithoutFramesDoesNothing", FramesInfo(), true, 5, 7, E, {}, 5, 7, ""},
+        SelectionRow{"ContractWithoutFramesDoesNothing", FramesInfo(), true, 5, 9, C, {}, 5, 9, ""}),
     [](const testing::TestParamInfo<SelectionRow>& i) { return std::string(i.param.name); });
 
 // A handler that answers RegionChanged with a new selection must not change the

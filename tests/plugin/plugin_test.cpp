@@ -3,6 +3,7 @@
 #include "GL/glw.h"
 #include "GL/glwindow.h"
 #include "Qt/menutree.h"
+#include "modules/core/contract.h"
 #include "tav/tavframes.h"
 #include "utils/framesinfo.h"
 
@@ -79,41 +80,37 @@ TEST_F(Plugin, InitRegistersANamingFactoryAndAlwaysReturnsOne)
     EXPECT_STREQ(named->metaObject()->superClass()->className(), "QObject");
 }
 
-// Signals 0-10, then the slots, as "signature:parameter names". moc records the
-// 64-bit frame numbers as qlonglong.
-const char* const methods[] = {
-    "SelectionChanged(qlonglong,qlonglong):,", "RegionChanged(qlonglong,qlonglong):,", "SelectType(int):",
-    "Seek(qlonglong,int):,", "Select(QRectF):", "ClearSelect(GLW*,bool):glw,state",
-    "UpdateSelect(qlonglong,qlonglong):,", "Delete():", "Revert():", "EnableOriginal(bool):", "ApplyTool():",
-    "SetFramesInfo(FramesInfo*):info", "SetTracks(TAV::Frames*):f",
-    "SetTrackSelection(QList<int>,QString):selected,name", "Connected(GLW*):glw", "Init():", "Pick2D(GLW*):glw",
-    "Draw2D(GLW*):glw", "Range2D(QRectF*,int):rect,mode", "InitContextMenuTree(GLW*,MenuTree*):glw,mt",
-    "ModifyRegion(bool):state", "DataChange():", "ClearTrackOffsets():", "UpdateTrackOffsets():",
-    "Selected(QRectF):r", "MoveCursor(Mouse*,bool):mouse,state", "GLWUpdate(FramesInfo*):s", "Redraw(bool):flag",
-    "Redraw():", "NextAOI():", "PrevAOI():", "ToggleDrawOriginal(bool):b", "ToggleDrawTC(bool):b",
-    "EnableMarkers(bool):b", "EnableRigids(bool):b", "ToggleDrawAngles(bool):b", "SelectRegion():",
-    "ExpandSelect():", "ContractSelect():",
-};
-
-TEST_F(Plugin, MetaObjectHasTheThirtyNineMethodsInOrder)
+// The contract's methods and properties are the ones the loaded graph has.
+TEST_F(Plugin, MetaObjectAndDefaultsAreTheContracts)
 {
     std::unique_ptr<QObject> graph(create());
     const QMetaObject* meta = graph->metaObject();
     const int offset = meta->methodOffset();
-    ASSERT_EQ(meta->methodCount() - offset, 39);
+    ASSERT_EQ(size_t(meta->methodCount() - offset), graphMethods.size());
     EXPECT_EQ(meta->propertyCount(), meta->propertyOffset());
-    for (int i = 0; i < 39; ++i) {
-        const QMetaMethod m = meta->method(offset + i);
-        const std::string expected = methods[i];
-        const std::string signature = expected.substr(0, expected.rfind(':'));
-        SCOPED_TRACE(signature);
-        EXPECT_EQ(m.methodSignature().toStdString() + ":" + m.parameterNames().join(',').toStdString(), expected);
-        EXPECT_EQ(m.methodType(), i <= 10 ? QMetaMethod::Signal : QMetaMethod::Slot);
+    for (size_t i = 0; i < graphMethods.size(); ++i) {
+        const GraphMethod& expected = graphMethods[i];
+        SCOPED_TRACE(expected.signature);
+        const QMetaMethod m = meta->method(offset + int(i));
+        EXPECT_EQ(m.methodSignature(), expected.signature);
+        EXPECT_EQ(m.parameterNames().join(','), expected.parameters);
+        EXPECT_EQ(m.methodType(), expected.signal ? QMetaMethod::Signal : QMetaMethod::Slot);
         EXPECT_EQ(m.access(), QMetaMethod::Public);
-        EXPECT_STREQ(m.typeName(), i == 25 ? "int" : "void");
-        EXPECT_EQ(meta->indexOfMethod(signature.c_str()), offset + i);
+        EXPECT_STREQ(m.typeName(), expected.returns);
+        EXPECT_EQ(meta->indexOfMethod(expected.signature), offset + int(i));
     }
-    EXPECT_EQ(meta->method(offset + 28).attributes(), int(QMetaMethod::Cloned));
+    EXPECT_EQ(meta->method(meta->indexOfMethod("Redraw()")).attributes(), int(QMetaMethod::Cloned));
+
+    const QList<QByteArray> names = graph->dynamicPropertyNames();
+    ASSERT_EQ(size_t(names.size()), graphPropertyDefaults.size());
+    for (size_t i = 0; i < graphPropertyDefaults.size(); ++i) {
+        const PropertyDefault& p = graphPropertyDefaults[i];
+        SCOPED_TRACE(p.name);
+        EXPECT_EQ(names[int(i)], p.name);
+        const QVariant v = graph->property(p.name);
+        EXPECT_EQ(v.userType(), int(p.type));
+        EXPECT_EQ(v, p.variant());
+    }
 }
 
 // Pointer arguments that a queued call needs registered: GLW*, MenuTree*, QList<int>
@@ -129,7 +126,7 @@ TEST_F(Plugin, ArgumentsRegisterAsMetaTypes)
     std::unique_ptr<QObject> graph(create());
     const QMetaObject* meta = graph->metaObject();
     for (Row row : rows) {
-        SCOPED_TRACE(methods[row.method]);
+        SCOPED_TRACE(graphMethods[size_t(row.method)].signature);
         const int index = meta->methodOffset() + row.method;
         int type = -2;
         void* args[] = {&type, &row.argument};
@@ -195,8 +192,9 @@ TEST_F(Plugin, ConnectedGraphFillsTheHostsContextMenu)
     view.rect = QRectF(0, 0, 1, 1);
     window.AddView(&view);
     window.update = 0;
+    const int hostActions = view.findChildren<QAction*>().size(); // the window's editing actions
     ASSERT_TRUE(QMetaObject::invokeMethod(graph.get(), "Connected", Qt::DirectConnection, Q_ARG(GLW*, &view)));
-    EXPECT_EQ(view.findChildren<QAction*>().size(), 13);
+    EXPECT_EQ(view.findChildren<QAction*>().size() - hostActions, 13);
 
     QMenu menu;
     EXPECT_GT(window.FillContextMenu(&menu, &view, graph.get()), 0);

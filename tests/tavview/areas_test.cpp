@@ -1,3 +1,4 @@
+#include "modules/core/trackruns.h"
 #include "host/tavview/areas.h"
 #include "host/tavview/take.h"
 #include "host/tavview/tracks.h"

@@ -1,8 +1,10 @@
 // The built tavview executable, run as a user runs it.
+#include "host/c3d/c3dtake.h"
 #include "host/tavview/graphpanel.h"
 #include "host/tavview/take.h"
 #include "host/tavview/viewcamera.h"
 #include "tests/support/data.h"
+#include "tests/support/pixels.h"
 #include "utils/regions.h"
 
 #include <QColor>
@@ -60,15 +62,17 @@ Outcome tavview(const QStringList& args, bool gl = false)
             GTEST_SKIP() << "tavview --snapshot needs a display with OpenGL (run under xvfb-run -a)";       \
     } while (0)
 
-// Where frame f of a take of n frames lands in a snapshot w pixels wide: tavview
-// fits its centred view to the whole take (the selection it starts with).
-int columnOf(double f, int n, int w, int h)
+// Where frame index f lands in a snapshot's graph w pixels wide that shows the
+// indices first..last: tavview fits its centred view to them (to the whole take,
+// the selection it starts with, unless --range says otherwise).
+int columnOf(double f, int first, int last, int w, int h)
 {
     GL::Viewport vp;
     vp.align = GL::AlignHCenter | GL::AlignBottom;
-    fitViewport(vp, QRectF(0, 1, n - 1, -1), w, h);
+    fitViewport(vp, QRectF(first, 1, last - first, -1), w, h);
     return int(std::lround((f - vp.pos.x) * vp.scale.x + w * 0.5));
 }
+int columnOf(double f, int n, int w, int h) { return columnOf(f, 0, n - 1, w, h); }
 
 // Share of a column's pixels within 14 of a colour in every channel.
 double shareOf(const QImage& image, int column, const QColor& c)
@@ -90,16 +94,25 @@ QColor over(double r, double g, double b)
 const QColor gapColour = over(0.3, 0.3, 0.3);
 const QColor goodColour = over(0.345, 0.6, 0.85);
 
+// A snapshot holds the graph with axes, legend and title around it; tavview
+// says where the graph lies, and take() gives that part.
 class Snapshot : public testing::Test {
 protected:
     QTemporaryDir dir;
+    QImage whole;
+    QRect graph;
     QImage take(const QStringList& args, const QString& name = QStringLiteral("shot.png"))
     {
-        const QString png = dir.filePath(name);
-        const Outcome r = tavview(QStringList{QStringLiteral("--snapshot"), png} << args, true);
+        const QString path = dir.filePath(name);
+        const Outcome r = tavview(QStringList{QStringLiteral("--snapshot"), path} << args, true);
         EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
-        EXPECT_TRUE(r.out.contains(png)) << "says where the picture is: " << r.out.toStdString();
-        return QImage(png);
+        EXPECT_TRUE(r.out.contains(path)) << "says where the picture is: " << r.out.toStdString();
+        static const QRegularExpression at(QStringLiteral("graph (\\d+)x(\\d+) at (\\d+),(\\d+)"));
+        const QRegularExpressionMatch m = at.match(r.out);
+        EXPECT_TRUE(m.hasMatch()) << r.out.toStdString();
+        graph = QRect(m.captured(3).toInt(), m.captured(4).toInt(), m.captured(1).toInt(), m.captured(2).toInt());
+        whole = QImage(path);
+        return whole.copy(graph);
     }
 };
 
@@ -110,8 +123,13 @@ TEST_F(Snapshot, OfTheBuiltInTakeShadesItsGapsAndDrawsTheCursor)
     TAV_REQUIRE_DISPLAY_FOR_CHILD();
     const QImage image = take({QStringLiteral("--size"), QStringLiteral("600x200"), QStringLiteral("--select"),
                                QStringLiteral("1"), QStringLiteral("--frame"), QStringLiteral("301")});
-    ASSERT_EQ(image.size(), QSize(600, 200));
-    const auto column = [](double f) { return columnOf(f, 600, 600, 200); };
+    ASSERT_EQ(whole.size(), QSize(600, 200));
+    // Room for the title and legend above, the value axis left, the time axis below.
+    EXPECT_GT(graph.top(), 20);
+    EXPECT_GT(graph.left(), 20);
+    EXPECT_LT(graph.bottom(), 200 - 10);
+    const int w = image.width(), h = image.height();
+    const auto column = [&](double f) { return columnOf(f, 600, w, h); };
     EXPECT_GT(shareOf(image, column(120), gapColour), 0.6);
     EXPECT_GT(shareOf(image, column(250), goodColour), 0.6);
     EXPECT_LT(shareOf(image, column(250), gapColour), 0.1);
@@ -144,7 +162,7 @@ TEST_F(Snapshot, OfASampleFileShadesItsGaps)
             const QImage image = take({file, QStringLiteral("--size"), QStringLiteral("900x300"),
                                        QStringLiteral("--select"), QString::number(id)});
             const auto column = [&](const Pair& run) {
-                return columnOf((run.begin() + run.end()) / 2.0, t.frameCount(), 900, 300);
+                return columnOf((run.begin() + run.end()) / 2.0, t.frameCount(), image.width(), image.height());
             };
             EXPECT_GT(shareOf(image, column(gap), gapColour), 0.6);
             EXPECT_GT(shareOf(image, column(before), goodColour), 0.6);
@@ -152,6 +170,52 @@ TEST_F(Snapshot, OfASampleFileShadesItsGaps)
         }
     }
     FAIL() << "the sample has no gap after a good run";
+}
+
+// --range shows those frames (the take's numbering), --rgb colours x apart, and
+// the file's suffix names its format.
+TEST_F(Snapshot, RangeColoursAndFormatAsAsked)
+{
+    TAV_REQUIRE_DISPLAY_FOR_CHILD();
+    const QStringList marker1{QStringLiteral("--select"), QStringLiteral("1"), QStringLiteral("--size"),
+                              QStringLiteral("600x240")};
+    // Marker 1 misses indices 100..139: from 91 to 160 (indices 90..159) the gap fills the middle.
+    QImage image = take(marker1 + QStringList{QStringLiteral("--range"), QStringLiteral("91-160")});
+    const auto column = [&](double f) { return columnOf(f, 90, 159, image.width(), image.height()); };
+    EXPECT_GT(shareOf(image, column(105), gapColour), 0.6);
+    EXPECT_GT(shareOf(image, column(135), gapColour), 0.6);
+    EXPECT_GT(shareOf(image, column(95), goodColour), 0.6);
+    EXPECT_GT(shareOf(image, column(150), goodColour), 0.6);
+    EXPECT_EQ(strongRedPixels(image), 0) << "grey unless asked";
+    image = take(marker1 + QStringList{QStringLiteral("--rgb")});
+    EXPECT_GT(strongRedPixels(image), 100);
+    image = take(marker1 + QStringList{QStringLiteral("--rgb"), QStringLiteral("--axes"), QStringLiteral("yz")});
+    EXPECT_EQ(strongRedPixels(image), 0) << "x hidden";
+
+    take(marker1, QStringLiteral("shot.jpg"));
+    QFile jpg(dir.filePath(QStringLiteral("shot.jpg")));
+    ASSERT_TRUE(jpg.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(jpg.read(3).startsWith("\xff\xd8\xff")) << "JPEG bytes in a .jpg";
+
+    const struct {
+        QStringList args;
+        const char* says;
+    } refused[] = {
+        {{QStringLiteral("--snapshot"), dir.filePath(QStringLiteral("shot.xyz"))}, "cannot write .xyz pictures"},
+        {{QStringLiteral("--snapshot"), dir.filePath(QStringLiteral("a.png")), QStringLiteral("--range"),
+          QStringLiteral("700-800")},
+         "--range 700-800 is outside the take"},
+        {{QStringLiteral("--snapshot"), dir.filePath(QStringLiteral("a.png")), QStringLiteral("--range"),
+          QStringLiteral("9-3")},
+         "--range wants FIRST-LAST"},
+        {{QStringLiteral("--range"), QStringLiteral("1-3")}, "apply to --snapshot"},
+        {{QStringLiteral("--frame"), QStringLiteral("-9223372036854775808")}, "is outside the take"},
+    };
+    for (const auto& row : refused) {
+        const Outcome r = tavview(row.args);
+        EXPECT_EQ(r.exitCode, 2) << row.says;
+        EXPECT_TRUE(r.err.contains(QLatin1String(row.says))) << r.err.toStdString();
+    }
 }
 
 struct BadFileRow {
@@ -244,9 +308,66 @@ TEST(Report, OfManyTakesAsCsvAndSkipsOnlyTheBadOne)
     EXPECT_TRUE(r.err.contains(QStringLiteral("bad.c3d"))) << r.err.toStdString();
     const QStringList lines = r.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     ASSERT_FALSE(lines.isEmpty());
-    EXPECT_EQ(lines.first(), QStringLiteral("take,marker,frames,valid_percent,gaps,longest_gap,poor"));
+    EXPECT_EQ(lines.first(), QStringLiteral("take,marker,frames,valid_percent,gaps,longest_gap,poor,missing,filled,never_valid"));
     EXPECT_EQ(lines.filter(QRegularExpression(QStringLiteral("^Eb015pi\\.c3d,"))).size(), 27) << "total + 26 markers";
     EXPECT_FALSE(lines.filter(QRegularExpression(QStringLiteral("^gait-raw\\.c3d,"))).isEmpty());
+}
+
+// Markers that are never valid are counted apart, not as take-long gaps.
+TEST(Report, CountsGapsOfMarkersThatAreValidSomewhere)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    const struct {
+        const char* file;
+        const char* says;
+    } rows[] = {
+        {"MACsample.c3d", "markers 33 (8 never valid)  valid 40.0 %  missing 3565  filled 8  gaps 50  longest gap 69"},
+        {"gait-raw.c3d", "markers 27 (14 never valid)  valid 45.5 %  missing 2089  filled 24  gaps 6  longest gap 28"},
+    };
+    for (const auto& row : rows) {
+        const Outcome r = tavview({QStringLiteral("--report"), sampleC3D(QLatin1String(row.file))});
+        EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
+        EXPECT_TRUE(r.out.contains(QLatin1String(row.says))) << r.out.toStdString();
+        EXPECT_TRUE(r.out.contains(QLatin1String("\nnever valid: "))) << row.file;
+    }
+}
+
+} // namespace
+
+namespace {
+
+// Headless cleaning: spikes deleted and gaps filled in a copy, never in the input
+// unless asked.
+TEST(CleanCommand, FillsAndSavesACopyAndGuardsTheInput)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    QTemporaryDir dir;
+    const QString in = dir.filePath(QStringLiteral("in.c3d")), out = dir.filePath(QStringLiteral("out.c3d"));
+    ASSERT_TRUE(QFile::copy(sampleC3D(QStringLiteral("Eb015pi.c3d")), in));
+    const Outcome r = tavview({in, QStringLiteral("--delete-spikes"), QStringLiteral("50"), QStringLiteral("--fill"),
+                               QStringLiteral("spline"), QStringLiteral("--max-gap"), QStringLiteral("20"),
+                               QStringLiteral("--save"), out});
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    EXPECT_TRUE(r.out.contains(QStringLiteral("filled "))) << r.out.toStdString();
+    Take before, after;
+    QString error;
+    ASSERT_TRUE(loadTake(in, before, error) && loadTake(out, after, error)) << error.toStdString();
+    int filled = 0;
+    for (const TAV::Frame& f : after.frames)
+        for (const TAV::Marker& m : f.markers)
+            filled += isFilled(m) ? 1 : 0;
+    int filledBefore = 0;
+    for (const TAV::Frame& f : before.frames)
+        for (const TAV::Marker& m : f.markers)
+            filledBefore += isFilled(m) ? 1 : 0;
+    EXPECT_GT(filled, filledBefore) << r.out.toStdString();
+
+    const Outcome refused = tavview({in, QStringLiteral("--fill"), QStringLiteral("linear"), QStringLiteral("--save"), in});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_TRUE(refused.err.contains(QStringLiteral("--overwrite"))) << refused.err.toStdString();
+    const Outcome unknown = tavview({in, QStringLiteral("--fill"), QStringLiteral("cubic"), QStringLiteral("--save"), out});
+    EXPECT_EQ(unknown.exitCode, 1);
+    EXPECT_TRUE(unknown.err.contains(QStringLiteral("cubic"))) << unknown.err.toStdString();
 }
 
 } // namespace

@@ -31,13 +31,18 @@ TEST_P(ParseCommandLine, RefusesWithOneLineSayingWhy)
 }
 
 const ParseRow rows[] = {
-    {"Help", {"--help"}, ParseResult::Help, "--snapshot <png>"},
+    {"Help", {"--help"}, ParseResult::Help, "--snapshot <file>"},
     {"UnknownOption", {"--bogus"}, ParseResult::Error, "bogus"},
     {"SizeTooSmall", {"--size", "8x8"}, ParseResult::Error, "between 16 and 16384"},
     {"FrameNotANumber", {"--frame", "12a"}, ParseResult::Error, "--frame"},
     {"TwoTakesWithoutReport", {"a.c3d", "b.c3d"}, ParseResult::Error, "one take at a time"},
     {"CsvWithoutReport", {"--csv", "a.c3d"}, ParseResult::Error, "--csv"},
     {"ReportAndSnapshot", {"--report", "a.c3d", "--snapshot", "x.png"}, ParseResult::Error, "cannot be combined"},
+    {"FillWithoutSave", {"a.c3d", "--fill", "linear"}, ParseResult::Error, "need --save"},
+    {"MaxGapWithoutFill", {"a.c3d", "--max-gap", "5", "--save", "b.c3d"}, ParseResult::Error, "only applies to --fill"},
+    {"SpikeThresholdNotPositive", {"a.c3d", "--delete-spikes", "0", "--save", "b.c3d"}, ParseResult::Error,
+     "positive threshold"},
+    {"SaveWithoutInput", {"--save", "b.c3d"}, ParseResult::Error, "exactly one input file"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, ParseCommandLine, testing::ValuesIn(rows),

@@ -1,8 +1,10 @@
 #include "host/tavview/take.h"
+#include "tests/c3d/c3dtestfiles.h"
 #include "host/tavview/tracks.h"
 #include "host/tavview/trackselection.h"
 #include "utils/regions.h"
 
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <ostream>
@@ -10,7 +12,7 @@
 namespace {
 
 // Markers 1 to 3 have gaps, 5 poor samples, 4 fair ones, 0 nothing; points that
-// are not markers (model outputs) are left out.
+// are not markers (model outputs) and tracks without a valid sample are left out.
 TEST(DefaultSelection, PrefersGapsThenPoorThenFairSamplesOfMarkers)
 {
     Take take = defaultTake();
@@ -19,6 +21,37 @@ TEST(DefaultSelection, PrefersGapsThenPoorThenFairSamplesOfMarkers)
     take.frames.markerInfo[1].options = "kind=angle;units=deg";
     take.frames.markerInfo[3].options = "kind=force";
     EXPECT_EQ(defaultSelection(take).markers, (QList<int>{2, 4, 5}));
+    // A marker that is never valid has nothing to draw, gaps or not.
+    for (TAV::Frame& f : take.frames)
+        f.markers[2].cond = 0.f;
+    EXPECT_EQ(defaultSelection(take).markers, (QList<int>{0, 4, 5}));
+}
+
+// Frame times are whole microseconds; a rate no capture runs at is refused
+// with one line, a fast real one taken.
+TEST(LoadTake, RefusesAbsurdFrameRates)
+{
+    const struct {
+        double rate;
+        bool loads;
+    } rows[] = {{1e30, false}, {2e6, false}, {2000.0, true}};
+    QTemporaryDir dir;
+    for (const auto& row : rows) {
+        const QString path = dir.filePath(QStringLiteral("rate.c3d"));
+        C3D::WriterSetup setup = testSetup(1, 3);
+        setup.frameRate = row.rate;
+        ASSERT_TRUE(writeTestTake(path, setup, [](int64_t n, float* v) {
+            v[0] = v[1] = v[2] = float(n);
+            v[3] = C3D::fourthWord(1, 1);
+        }));
+        Take take;
+        QString error;
+        EXPECT_EQ(loadTake(path, take, error), row.loads) << row.rate;
+        if (!row.loads) {
+            EXPECT_TRUE(error.contains(QStringLiteral("frame rate"))) << error.toStdString();
+            EXPECT_TRUE(error.contains(QStringLiteral("rate.c3d"))) << error.toStdString();
+        }
+    }
 }
 
 struct SelectRow {

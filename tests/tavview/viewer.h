@@ -4,6 +4,8 @@
 #include "host/tavview/graphpanel.h"
 #include "host/tavview/mainwindow.h"
 #include "host/tavview/moduleregistry.h"
+#include "host/tavview/trackselection.h"
+#include "support/data.h"
 
 #include <QGuiApplication>
 #include <QTest>
@@ -47,6 +49,17 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
         graph = window->findChild<QObject*>(QStringLiteral("graph"));
         ASSERT_NE(graph, nullptr);
+    }
+
+    // A shared sample file opened through the window, with the named tracks shown.
+    void openSample(const char* file, const QStringList& tracks)
+    {
+        show(defaultTake(), {{1}, {}});
+        ASSERT_TRUE(window->OpenPath(sampleC3D(QString::fromLatin1(file))));
+        QString error;
+        TrackSelection chosen;
+        ASSERT_TRUE(resolveSelection(tracks, panel->take(), chosen, error)) << error.toStdString();
+        window->SelectTracks(chosen);
     }
 
     // The GL window's widget pixel (y down) that shows graph x at mid height.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <ostream>
 
 namespace {
@@ -49,7 +50,10 @@ INSTANTIATE_TEST_SUITE_P(
                     TimecodeRow{"threeDigitFrames", 119, 120, "00:00:00:119"},
                     TimecodeRow{"threeDigitSecond", 120, 120, "00:00:01:000"},
                     TimecodeRow{"negative", -26, 25, "-00:00:01:01"},
-                    TimecodeRow{"fractionalRateRounds", 30, 29.97, "00:00:01:00"}),
+                    TimecodeRow{"fractionalRateRounds", 30, 29.97, "00:00:01:00"},
+                    TimecodeRow{"mostNegativeFrame", std::numeric_limits<qint64>::min(), 25,
+                                "-102481911520608:37:12:08"},
+                    TimecodeRow{"absurdRateIsCapped", 5, 1e19, "00:00:00:000000005"}),
     [](const testing::TestParamInfo<TimecodeRow>& i) { return std::string(i.param.name); });
 
 struct TickRow {
@@ -89,7 +93,9 @@ INSTANTIATE_TEST_SUITE_P(
         TickRow{"timecodeWholeSeconds", 0, 100, 4, {0, 25, TimeLabels::Timecode}, 5, 0, "00:00:00:00", "00:00:04:00"},
         TickRow{"timecodeFramesOfASecond", 0, 60, 10, {10, 30, TimeLabels::Timecode}, 7, 0, "00:00:00:10",
                 "00:00:02:10"},
-        TickRow{"timecodeWithoutARateIsFrames", 0, 100, 10, {1, 0, TimeLabels::Timecode}, 10, 9, "10", "100"}),
+        TickRow{"timecodeWithoutARateIsFrames", 0, 100, 10, {1, 0, TimeLabels::Timecode}, 10, 9, "10", "100"},
+        TickRow{"timecodeAtTwoGigahertz", 0, 100, 10, {0, 2e9, TimeLabels::Timecode}, 11, 0, "00:00:00:000000000",
+                "00:00:00:000000100"}),
     [](const testing::TestParamInfo<TickRow>& i) { return std::string(i.param.name); });
 
 // At every zoom the ticks are far enough apart for their labels and there is one

@@ -1,3 +1,4 @@
+#include "modules/core/sampleflags.h"
 #include "host/tavview/hover.h"
 #include "host/tavview/preferences.h"
 #include "host/tavview/rotations.h"
@@ -77,7 +78,7 @@ INSTANTIATE_TEST_SUITE_P(
                 0, 0},
         PickRow{"filledSampleHiddenWithoutFill",
                 [](TAV::Frames& f, ShownTracks& s) {
-                    f[0].markers[5].flags = 0x10;
+                    f[0].markers[5].flags = FilledFlag;
                     s.enableFill = false;
                 },
                 {50, 100}, false, 0, 0},
@@ -108,16 +109,6 @@ TEST(Pick, NamesRigidBodiesAsSuch)
               QStringLiteral("pelvis (rigid body 1)\nx = 5.00 mm\nframe 100, 00:00:02:00"));
     EXPECT_EQ(hoverText(hit, QStringLiteral("pelvis"), QString(), {100, 0, TimeLabels::Frames}),
               QStringLiteral("pelvis (rigid body 1)\nx = 5.00\nframe 100"));
-}
-
-TEST(OffsetsAt, TakeEachTracksSampleAtTheClampedFrame)
-{
-    TAV::Frames store = markerTrack();
-    EXPECT_FLOAT_EQ(offsetsAt(store, -5, frames).markers.value(trackId).x, 0);
-    EXPECT_FLOAT_EQ(offsetsAt(store, 1000, frames).markers.value(trackId).x, 90);
-    store[0].markers[4].cond = 0;
-    EXPECT_TRUE(offsetsAt(store, 4, frames).markers.isEmpty());
-    EXPECT_TRUE(offsetsAt(TAV::Frames(), 0, 0).markers.isEmpty());
 }
 
 struct AngleRow {

@@ -1,0 +1,186 @@
+// Edits of real takes end to end: delete, fill by each method, revert, undo and
+// redo through the editor; gaps and spikes found in known tracks.
+#include "motion.h"
+
+#include "host/edit/spikes.h"
+#include "host/edit/takeedits.h"
+#include "host/edit/takeeditor.h"
+#include "host/tavview/take.h"
+#include "support/data.h"
+
+#include <QSignalSpy>
+#include <QUndoStack>
+#include <gtest/gtest.h>
+
+namespace {
+
+bool sameTake(const TAV::Frames& a, const TAV::Frames& b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (int f = 0; f < a.size(); ++f) {
+        const TAV::Markers &ma = a.at(f).markers, &mb = b.at(f).markers;
+        if (ma.size() != mb.size())
+            return false;
+        for (int i = 0; i < ma.size(); ++i)
+            if (!sameSample(ma.at(i), mb.at(i)))
+                return false;
+    }
+    return true;
+}
+
+// The longest run of frames where marker id is valid, as (first, last).
+FrameSpan longestValidRun(const TAV::Frames& t, uint32_t id)
+{
+    FrameSpan best, run;
+    const TrackReader r(t);
+    for (int f = 0; f < t.size(); ++f) {
+        if (!r.valid(id, f)) {
+            run = FrameSpan();
+            continue;
+        }
+        run = run.isEmpty() ? FrameSpan{f, f} : FrameSpan{run.first, f};
+        if (best.isEmpty() || run.last - run.first > best.last - best.first)
+            best = run;
+    }
+    return best;
+}
+
+TEST(EditsOfASampleTake, DeleteFillRevertUndoAndRedo)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    Take take;
+    QString error;
+    ASSERT_TRUE(loadTake(sampleC3D("Eb015pi.c3d"), take, error)) << error.toStdString();
+    TakeEditor editor;
+    editor.Attach(&take.frames);
+    QSignalSpy edited(&editor, &TakeEditor::Edited);
+    const FrameSpan run = longestValidRun(take.frames, 0);
+    ASSERT_GT(run.last - run.first, 60) << "marker 0 needs a long valid run";
+    const FrameSpan cut{run.first + 25, run.first + 34};
+
+    EXPECT_EQ(editor.Delete({0}, cut), 10);
+    EXPECT_EQ(edited.takeLast(), (QList<QVariant>{cut.first, cut.last}));
+    const std::vector<Gap> gaps = gapsOf(TrackReader(take.frames), 0, cut, 0);
+    ASSERT_EQ(gaps.size(), 1u);
+    EXPECT_EQ(gaps[0].first, cut.first);
+    EXPECT_EQ(gaps[0].last, cut.last);
+    const TAV::Frames deleted = take.frames;
+
+    for (FillMethod m : allFillMethods()) {
+        SCOPED_TRACE(fillMethodName(m).toStdString());
+        FillChoice choice;
+        choice.method = m;
+        const FillReport r = editor.Fill({0}, cut, choice, 0);
+        ASSERT_EQ(r.filled.size(), 1u) << r.problems.join(QLatin1Char(';')).toStdString();
+        EXPECT_EQ(r.samples, 10);
+        for (int f = cut.first; f <= cut.last; ++f) {
+            const TAV::Marker* s = markerAt(take.frames, f, 0);
+            EXPECT_TRUE(isFilled(*s));
+            EXPECT_EQ(s->cond, C3D::FilledCondition);
+            const TAV::Marker* was = markerAt(editor.original(), f, 0);
+            EXPECT_LT(std::hypot(s->x - was->x, s->y - was->y, s->z - was->z), 50.0f) << "frame " << f;
+        }
+        editor.undoStack()->undo();
+        EXPECT_TRUE(sameTake(take.frames, deleted)) << "undoing the fill restores the gap";
+    }
+
+    editor.undoStack()->undo();
+    EXPECT_TRUE(sameTake(take.frames, editor.original())) << "undoing the delete";
+    editor.undoStack()->redo();
+    EXPECT_TRUE(sameTake(take.frames, deleted)) << "redoing it";
+    EXPECT_EQ(editor.Revert({0}, FrameSpan{0, take.frameCount() - 1}), 10);
+    EXPECT_TRUE(sameTake(take.frames, editor.original()));
+    EXPECT_EQ(editor.Revert({0}, FrameSpan{0, take.frameCount() - 1}), 0) << "nothing left to revert";
+    EXPECT_EQ(editor.undoStack()->count(), 2) << "a revert that changes nothing makes no step";
+}
+
+TEST(EditsOfASampleTake, AnUndoStepHoldsOnlyTheSamplesItChanged)
+{
+    TAV::Frames t = motion::take(2000);
+    // One step of a 3-frame delete in a 2000-frame take of 5 markers.
+    const SampleChanges c = deletion(t, {2}, FrameSpan{100, 102});
+    ASSERT_EQ(c.size(), 3u);
+    for (const SampleChange& s : c)
+        EXPECT_EQ(s.after.id, 2u);
+}
+
+struct GapRow {
+    const char* name;
+    FrameSpan span;
+    int maxLength;
+    std::vector<std::pair<int, int>> gaps;
+};
+
+void PrintTo(const GapRow& row, std::ostream* os) { *os << row.name; }
+
+class Gaps : public testing::TestWithParam<GapRow> {};
+
+TEST_P(Gaps, AreRunsWithAValidSampleOnBothSides)
+{
+    const GapRow& row = GetParam();
+    TAV::Frames t = motion::take(100);
+    for (FrameSpan s : {FrameSpan{0, 4}, FrameSpan{20, 22}, FrameSpan{40, 59}, FrameSpan{95, 99}})
+        applyChanges(t, deletion(t, {1}, s), false);
+    std::vector<std::pair<int, int>> found;
+    for (const Gap& g : gapsOf(TrackReader(t), 1, row.span, row.maxLength))
+        found.emplace_back(g.first, g.last);
+    EXPECT_EQ(found, row.gaps);
+}
+
+const GapRow gapRows[] = {
+    {"TheWholeTakeLeavesOutBothEnds", {0, 99}, 0, {{20, 22}, {40, 59}}},
+    {"ASpanInsideAGapTakesAllOfIt", {45, 50}, 0, {{40, 59}}},
+    {"ASpanEndingInAGapTakesAllOfIt", {10, 41}, 0, {{20, 22}, {40, 59}}},
+    {"LongGapsAreLeftOut", {0, 99}, 10, {{20, 22}}},
+    {"ASpanWithoutGaps", {25, 35}, 0, {}},
+};
+INSTANTIATE_TEST_SUITE_P(Rows, Gaps, testing::ValuesIn(gapRows),
+                         [](const testing::TestParamInfo<GapRow>& i) { return std::string(i.param.name); });
+
+struct SpikeRow {
+    const char* name;
+    float jump;       // mm added to marker 0 at frame 300
+    double threshold; // mm per frame²
+    std::vector<int> frames;
+};
+
+void PrintTo(const SpikeRow& row, std::ostream* os) { *os << row.name; }
+
+class Spikes : public testing::TestWithParam<SpikeRow> {};
+
+TEST_P(Spikes, AreTheSamplesWhoseAccelerationPeaksAboveTheThreshold)
+{
+    const SpikeRow& row = GetParam();
+    TAV::Frames t = motion::take(600);
+    t[300].markers[0].y += row.jump;
+    EXPECT_EQ(spikeFrames(t, 0, row.threshold), row.frames);
+}
+
+const SpikeRow spikeRows[] = {
+    {"OneDisplacedSample", 20, 10, {300}},
+    {"ItsNeighboursBendHalfAsMuch", 20, 30, {300}},
+    {"BelowTheThreshold", 20, 45, {}},
+    {"SmoothMotionHasNone", 0, 1, {}},
+};
+INSTANTIATE_TEST_SUITE_P(Rows, Spikes, testing::ValuesIn(spikeRows),
+                         [](const testing::TestParamInfo<SpikeRow>& i) { return std::string(i.param.name); });
+
+TEST(Spikes, DeleteAndFillIsOneUndoStep)
+{
+    TAV::Frames t = motion::take(600);
+    const TAV::Frames clean = t;
+    t[300].markers[0].y += 20;
+    const TAV::Frames spiky = t;
+    TakeEditor editor;
+    editor.Attach(&t);
+    FillChoice spline;
+    spline.method = FillMethod::Spline;
+    EXPECT_EQ(editor.DeleteSpikes({0}, 10, &spline), 1);
+    EXPECT_LT(std::abs(t[300].markers[0].y - clean[300].markers[0].y), 0.05f);
+    EXPECT_EQ(editor.undoStack()->count(), 1);
+    editor.undoStack()->undo();
+    EXPECT_TRUE(sameTake(t, spiky));
+}
+
+} // namespace

@@ -1,0 +1,156 @@
+// Saving: every shared sample file round-trips, unedited bit for bit and edited
+// sample for sample, with parameters and analog data kept; a save that fails
+// half-way leaves the old file as it was.
+#include "host/c3d/c3dfile.h"
+#include "host/c3d/c3dsave.h"
+#include "host/edit/takeeditor.h"
+#include "host/tavview/take.h"
+#include "support/data.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+
+QByteArray bytesOf(const QString& path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QStringList sampleFiles()
+{
+    return QDir(sampleDataDir() + "/c3d").entryList({"*.c3d"}, QDir::Files, QDir::Name);
+}
+
+// Byte ranges of the file that a changed sample of frame f, point p may occupy.
+bool insideChangedPoint(int64_t byte, const C3D::Layout& l, const std::vector<std::pair<int, int>>& changed)
+{
+    const int64_t pointBytes = l.floats() ? 16 : 8;
+    for (const auto& c : changed) {
+        const int64_t at = l.dataOffset + c.first * l.frameBytes() + c.second * pointBytes;
+        if (byte >= at && byte < at + pointBytes)
+            return true;
+    }
+    return false;
+}
+
+TEST(SaveSampleFiles, RoundTripEveryFile)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    QTemporaryDir dir;
+    ASSERT_FALSE(sampleFiles().isEmpty());
+    for (const QString& name : sampleFiles()) {
+        SCOPED_TRACE(name.toStdString());
+        const QString source = sampleC3D(name);
+        Take take;
+        QString error;
+        ASSERT_TRUE(loadTake(source, take, error)) << error.toStdString();
+        TakeEditor editor;
+        editor.Attach(&take.frames);
+
+        const QString same = dir.filePath("same.c3d");
+        ASSERT_TRUE(C3D::saveEditedTake(source, editor.original(), take.frames, same, &error)) << error.toStdString();
+        EXPECT_EQ(bytesOf(same), bytesOf(source)) << "an unedited take is saved bit for bit";
+
+        // Delete a stretch of every marker, fill what was deleted of the first ones.
+        const int n = take.frameCount(), markers = take.frames.at(0).markers.size();
+        QList<int> all;
+        for (int i = 0; i < markers; ++i)
+            all.append(i);
+        const FrameSpan cut{n / 3, n / 3 + std::min(9, n / 4)};
+        editor.Delete(all, cut);
+        FillChoice linear;
+        editor.Fill(all.mid(0, 2), cut, linear, 0);
+        std::vector<std::pair<int, int>> changed;
+        for (int f = cut.first; f <= cut.last; ++f)
+            for (int i = 0; i < markers; ++i)
+                changed.emplace_back(f, i);
+
+        const QString edited = dir.filePath("edited.c3d");
+        ASSERT_TRUE(C3D::saveEditedTake(source, editor.original(), take.frames, edited, &error)) << error.toStdString();
+        Take back;
+        ASSERT_TRUE(loadTake(edited, back, error)) << error.toStdString();
+        EXPECT_EQ(back.rate, take.rate);
+        EXPECT_EQ(back.firstFrame, take.firstFrame);
+        ASSERT_EQ(back.frameCount(), n);
+        ASSERT_EQ(back.frames.markerInfo.size(), take.frames.markerInfo.size());
+        for (size_t i = 0; i < take.frames.markerInfo.size(); ++i)
+            EXPECT_EQ(back.frames.markerInfo[i].name, take.frames.markerInfo[i].name);
+
+        C3D::File file;
+        ASSERT_TRUE(file.open(source, &error));
+        const float step = file.layout().floats() ? 0.0f : std::abs(file.layout().scale) / 2;
+        int differing = 0;
+        for (int f = 0; f < n; ++f)
+            for (int i = 0; i < markers; ++i) {
+                const TAV::Marker &a = take.frames.at(f).markers.at(i), &b = back.frames.at(f).markers.at(i);
+                const bool same = (a.cond > 0) == (b.cond > 0) && std::abs(a.x - b.x) <= step &&
+                                  std::abs(a.y - b.y) <= step && std::abs(a.z - b.z) <= step;
+                differing += same ? 0 : 1;
+            }
+        EXPECT_EQ(differing, 0) << "samples that did not come back as saved";
+
+        // Everything outside the changed samples' words is the source's: header,
+        // parameters, analog data, events.
+        const QByteArray was = bytesOf(source), now = bytesOf(edited);
+        ASSERT_EQ(was.size(), now.size());
+        int64_t foreign = 0;
+        for (int64_t b = 0; b < was.size(); ++b)
+            if (was[int(b)] != now[int(b)] && !insideChangedPoint(b, file.layout(), changed))
+                ++foreign;
+        EXPECT_EQ(foreign, 0) << "bytes changed outside the edited samples";
+    }
+}
+
+TEST(SaveFailure, AMissingFolderIsReportedAndNothingIsWritten)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    Take take;
+    QString error;
+    ASSERT_TRUE(loadTake(sampleC3D("Eb015pi.c3d"), take, error));
+    QTemporaryDir dir;
+    const QString out = dir.filePath("no/such/folder/out.c3d");
+    EXPECT_FALSE(C3D::saveEditedTake(sampleC3D("Eb015pi.c3d"), take.frames, take.frames, out, &error));
+    EXPECT_TRUE(error.contains("cannot be written")) << error.toStdString();
+    EXPECT_FALSE(QFile::exists(out));
+}
+
+TEST(SaveFailure, AFileSizeLimitHalfWayLeavesTheOldFileIntact)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    const QString source = sampleC3D("Eb015pi.c3d");
+    Take take;
+    QString error;
+    ASSERT_TRUE(loadTake(source, take, error));
+    QTemporaryDir dir;
+    const QString out = dir.filePath("kept.c3d");
+    const QByteArray old("an older file that must survive");
+    {
+        QFile f(out);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(old);
+    }
+    rlimit saved{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &saved), 0);
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limited = saved;
+    limited.rlim_cur = rlim_t(bytesOf(source).size() / 2);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
+    const bool saved_ok = C3D::saveEditedTake(source, take.frames, take.frames, out, &error);
+    setrlimit(RLIMIT_FSIZE, &saved);
+    std::signal(SIGXFSZ, oldHandler);
+
+    EXPECT_FALSE(saved_ok);
+    EXPECT_TRUE(error.contains("old file is left as it was")) << error.toStdString();
+    EXPECT_EQ(bytesOf(out), old);
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{"kept.c3d"}) << "no temporary file is left";
+}
+
+} // namespace

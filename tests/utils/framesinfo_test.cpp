@@ -1,0 +1,83 @@
+#include "utils/framesinfo.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+
+namespace {
+
+// Every field takes part in the comparison: the host redraws on any change.
+TEST(FramesInfo, EveryFieldTakesPartInEquality)
+{
+    const FramesInfo base(0, 100, 10, 20, 15, 50);
+    const std::function<void(FramesInfo&)> changes[] = {
+        [](FramesInfo& i) { i.start = 1; },  [](FramesInfo& i) { i.finish = 99; }, [](FramesInfo& i) { i.head = 11; },
+        [](FramesInfo& i) { i.tail = 21; },  [](FramesInfo& i) { i.current = 16; }, [](FramesInfo& i) { i.freq = 60; },
+        [](FramesInfo& i) { i.loop = true; }};
+    EXPECT_TRUE(base == FramesInfo(0, 100, 10, 20, 15, 50));
+    for (size_t k = 0; k < std::size(changes); ++k) {
+        FramesInfo changed = base;
+        changes[k](changed);
+        EXPECT_FALSE(base == changed) << "field " << k;
+        EXPECT_TRUE(base != changed) << "field " << k;
+    }
+}
+
+// The cursor moves inside the selected range (the whole range without one),
+// wrapping only in a loop; ranges and seeks are clipped to the data.
+TEST(FramesInfo, CursorAndRangesStayInsideTheData)
+{
+    const struct {
+        const char* name;
+        int64_t head, tail, current, step;
+        bool loop;
+        int64_t expected;
+    } steps[] = {{"inSelection", 10, 20, 15, 3, false, 18},   {"stopsAtTheEnd", 10, 20, 15, 30, false, 19},
+                 {"stopsAtTheStart", 10, 20, 15, -30, false, 10}, {"wrapsForward", 10, 20, 18, 3, true, 11},
+                 {"wrapsBackward", 10, 20, 11, -3, true, 18},  {"wholeRangeWithoutSelection", 5, 5, 98, 5, false, 99}};
+    for (const auto& s : steps) {
+        FramesInfo i(0, 100, s.head, s.tail, s.current);
+        i.loop = s.loop;
+        i.Step(s.step);
+        EXPECT_EQ(i.current, s.expected) << s.name;
+    }
+
+    FramesInfo i(0, 100, 0, 0, 50);
+    i.Region(-5, 120);
+    EXPECT_EQ(std::make_pair(i.head, i.tail), std::make_pair(int64_t(0), int64_t(100)));
+    i.Region(60, 40);
+    EXPECT_EQ(std::make_pair(i.head, i.tail), std::make_pair(int64_t(60), int64_t(60)));
+    i.Seek(95, 10);
+    EXPECT_EQ(i.current, 99);
+    i.Size(0, 50);
+    EXPECT_EQ(std::make_pair(i.head, i.current), std::make_pair(int64_t(50), int64_t(49)));
+    i.Reset(0, 0, 25);
+    i.Step(1);
+    i.Seek(7, 0);
+    EXPECT_EQ(i.current, 0) << "an empty range holds the cursor at its start";
+}
+
+// Hosts send ranges unchecked: at the ends of int64 the arithmetic saturates
+// or wraps within the range instead of overflowing.
+TEST(FramesInfo, ExtremeRangesStayDefined)
+{
+    const int64_t lo = std::numeric_limits<int64_t>::min(), hi = std::numeric_limits<int64_t>::max();
+    EXPECT_EQ(FramesInfo(lo, hi).size(), hi);
+    EXPECT_EQ(FramesInfo(hi, lo).size(), lo);
+
+    FramesInfo i(lo, hi, 0, 0, hi - 2);
+    i.Step(hi);
+    EXPECT_EQ(i.current, hi - 1);
+    i.loop = true;
+    i.Step(3);
+    EXPECT_EQ(i.current, lo + 2);
+    i.Step(-3);
+    EXPECT_EQ(i.current, hi - 1);
+    i.Seek(hi, hi);
+    EXPECT_EQ(i.current, hi - 1);
+    i.Seek(lo, -1);
+    EXPECT_EQ(i.current, lo);
+}
+
+} // namespace
