@@ -86,6 +86,8 @@ INSTANTIATE_TEST_SUITE_P(
                    setWord(b, scalarAt(b, "USED", 1), 60000);
                },
                "is truncated: 10 frames of 60000 points"},
+        // The pointer is good; what follows it is missing.
+        Damage{"EndsFourBytesIntoTheParameters", [](QByteArray& b) { b.truncate(512 + 4); }, "is truncated: 10 frames of 2 points"},
         Damage{"ZeroRate", [](QByteArray& b) { setWord(b, scalarAt(b, "RATE", 1) + 2, 0); }, "no usable frame rate"}),
     [](const testing::TestParamInfo<Damage>& i) { return std::string(i.param.name); });
 

@@ -167,11 +167,13 @@ TEST_F(ShownWindow, MouseSlotFollowsTheWindowMouseThroughADrag)
     EXPECT_EQ(window.mouse.button, 0);
 }
 
-// Each right click fills a fresh tree: the receiver now inserts less, and only that shows.
+// Each right click fills a fresh tree, asking each receiver once, and pops it up
+// where the click was: the receiver now inserts less, and only that shows.
 TEST_F(ShownWindow, RightClickShowsAFreshMenuAndRunsNoSlot)
 {
     QAction* markers = window.NewAction("", "enable_markers", &probe, SLOT(EnableMarkers(bool)));
     QAction* next = window.NewAction("Ctrl+.", "nextaoi", &probe, SLOT(NextAOI()));
+    window.AddContextMenuReceiver(&probe);
     window.AddContextMenuReceiver(&probe);
     QContextMenuEvent click(QContextMenuEvent::Mouse, QPoint(25, 70), window.mapToGlobal(QPoint(25, 70)));
     const auto open = [&](const QStringList& paths) {
@@ -179,8 +181,10 @@ TEST_F(ShownWindow, RightClickShowsAFreshMenuAndRunsNoSlot)
         QApplication::sendEvent(&window, &click);
         QMenu* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         const QList<QAction*> shown = menu ? menu->actions() : QList<QAction*>();
-        if (menu)
+        if (menu) {
+            EXPECT_EQ(menu->pos(), window.mapToGlobal(QPoint(25, 70)));
             menu->close();
+        }
         return shown;
     };
     EXPECT_EQ(open({"nextaoi", "enable_markers"}), (QList<QAction*>{next, markers}));

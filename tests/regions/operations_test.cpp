@@ -46,23 +46,6 @@ INSTANTIATE_TEST_SUITE_P(
                     "error: attempting to modify an invalid index (2147483646)\n"}),
     [](const testing::TestParamInfo<Application>& i) { return std::string(i.param.name); });
 
-TEST(RegionsRemove, ByTypeAndByLength)
-{
-    const Regions all = regionsOf({{0, 9, 1}, {10, 12, 2}, {13, 14, 8}, {15, 15, 3}, {-1, 4, 1}});
-    const struct {
-        int mask, maxSize;
-        std::vector<Span> kept;
-    } cases[] = {
-        {2, 0, {{0, 9, 1}, {13, 14, 8}, {-1, 4, 1}}},
-        {0, 5, {{10, 12, 2}, {13, 14, 8}, {15, 15, 3}, {-1, 4, 1}}},
-    };
-    for (const auto& c : cases) {
-        Regions r = all;
-        r.Remove(c.mask, c.maxSize);
-        EXPECT_EQ(runsOf(r), c.kept) << "Remove(" << c.mask << ", " << c.maxSize << ")";
-    }
-}
-
 // Runs grow away from missing neighbours only, inside the list, saturating.
 TEST(RegionsExtend, GrowsMaskedRunsAwayFromMissingNeighbours)
 {
@@ -74,33 +57,6 @@ TEST(RegionsExtend, GrowsMaskedRunsAwayFromMissingNeighbours)
     r.Extend(kIntMax, kIntMax, 8);
     EXPECT_EQ(runsOf(r), (std::vector<Span>{{0, 6, 8}, {2, 3, 1}, {0, 6, 8}}));
 }
-
-struct Merging {
-    const char* name;
-    std::vector<Span> runs;
-    std::vector<Span> merged;
-};
-
-void PrintTo(const Merging& row, std::ostream* os) { *os << row.name; }
-
-class Merge : public testing::TestWithParam<Merging> {};
-
-TEST_P(Merge, FusesTouchingMaskedRuns)
-{
-    Regions r = regionsOf(GetParam().runs);
-    r.Merge(10);
-    EXPECT_EQ(runsOf(r), GetParam().merged);
-}
-
-// Runs one missing frame apart stay apart: fusing needs next start - end <= 1.
-INSTANTIATE_TEST_SUITE_P(
-    Runs, Merge,
-    testing::Values(Merging{"Table", {{0, 4, 8}, {5, 9, 2}, {10, 19, 1}, {20, 22, 8}},
-                            {{0, 9, 10}, {10, 19, 1}, {20, 22, 10}}},
-                    Merging{"OneMissingFrameKeepsApart", {{0, 4, 8}, {6, 9, 8}}, {{0, 4, 10}, {6, 9, 10}}},
-                    Merging{"OverlapTakesTheLaterEnd", {{0, 9, 8}, {3, 5, 8}, {6, 7, 1}}, {{0, 5, 10}, {6, 7, 1}}},
-                    Merging{"SingleRunKeepsItsType", {{0, 4, 8}}, {{0, 4, 8}}}),
-    [](const testing::TestParamInfo<Merging>& i) { return std::string(i.param.name); });
 
 TEST(RegionsInfo, PrintsRunsWithHexTypes)
 {

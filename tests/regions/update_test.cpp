@@ -22,26 +22,6 @@ TEST(ConditionType, ClassifiesByThresholds)
         EXPECT_EQ(condition_type(r.cond), r.type) << r.cond;
 }
 
-// The last element is never compared: it always joins the last run.
-TEST(RegionsUpdate, FromTypesTheLastElementJoinsTheLastRun)
-{
-    const struct {
-        const char* name;
-        std::vector<int> types;
-        std::vector<Span> runs;
-    } rows[] = {{"empty", {}, {}},
-                {"one", {5}, {{0, 0, 5}}},
-                {"two differing", {0, 1}, {{0, 1, 0}}},
-                {"last differs", {0, 1, 1, 2}, {{0, 0, 0}, {1, 3, 1}}},
-                {"whole ints compared", {3, 1, 3, 3}, {{0, 0, 3}, {1, 1, 1}, {2, 3, 3}}}};
-    for (const auto& r : rows)
-        EXPECT_EQ(runsOf(Regions(r.types)), r.runs) << r.name;
-
-    Regions r = regionsOf({{0, 3, 8}});
-    r.Update(std::vector<int>{1, 1, 2});
-    EXPECT_EQ(runsOf(r), (std::vector<Span>{{0, 3, 8}, {0, 2, 1}})) << "appends behind existing runs";
-}
-
 QVector<TAV::Marker> markerTrack(const std::vector<float>& conds)
 {
     QVector<TAV::Marker> track;

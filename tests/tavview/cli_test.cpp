@@ -28,6 +28,12 @@ struct Outcome {
     QString out, err;
 };
 
+// Command-line words written as one string.
+QStringList words(const char* line)
+{
+    return QString::fromLatin1(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 // gl: the run opens a GL context. Mesa's software driver is unloaded when the
 // display closes, before a sanitizer build's leak check, which then cannot name
 // (and so not suppress) the driver's one-time allocation: such runs skip the leak
@@ -121,8 +127,7 @@ protected:
 TEST_F(Snapshot, OfTheBuiltInTakeShadesItsGapsAndDrawsTheCursor)
 {
     TAV_REQUIRE_DISPLAY_FOR_CHILD();
-    const QImage image = take({QStringLiteral("--size"), QStringLiteral("600x200"), QStringLiteral("--select"),
-                               QStringLiteral("1"), QStringLiteral("--frame"), QStringLiteral("301")});
+    const QImage image = take(words("--size 600x200 --select 1 --frame 301"));
     ASSERT_EQ(whole.size(), QSize(600, 200));
     // Room for the title and legend above, the value axis left, the time axis below.
     EXPECT_GT(graph.top(), 20);
@@ -159,8 +164,7 @@ TEST_F(Snapshot, OfASampleFileShadesItsGaps)
             const Pair &gap = runs[i], &before = runs[i - 1];
             if (gap.type != RegionMissing || gap.size() <= 4 || before.type != RegionGood || before.size() <= 6)
                 continue;
-            const QImage image = take({file, QStringLiteral("--size"), QStringLiteral("900x300"),
-                                       QStringLiteral("--select"), QString::number(id)});
+            const QImage image = take(QStringList{file} + words("--size 900x300 --select") << QString::number(id));
             const auto column = [&](const Pair& run) {
                 return columnOf((run.begin() + run.end()) / 2.0, t.frameCount(), image.width(), image.height());
             };
@@ -177,19 +181,18 @@ TEST_F(Snapshot, OfASampleFileShadesItsGaps)
 TEST_F(Snapshot, RangeColoursAndFormatAsAsked)
 {
     TAV_REQUIRE_DISPLAY_FOR_CHILD();
-    const QStringList marker1{QStringLiteral("--select"), QStringLiteral("1"), QStringLiteral("--size"),
-                              QStringLiteral("600x240")};
+    const QStringList marker1 = words("--select 1 --size 600x240");
     // Marker 1 misses indices 100..139: from 91 to 160 (indices 90..159) the gap fills the middle.
-    QImage image = take(marker1 + QStringList{QStringLiteral("--range"), QStringLiteral("91-160")});
+    QImage image = take(marker1 + words("--range 91-160"));
     const auto column = [&](double f) { return columnOf(f, 90, 159, image.width(), image.height()); };
     EXPECT_GT(shareOf(image, column(105), gapColour), 0.6);
     EXPECT_GT(shareOf(image, column(135), gapColour), 0.6);
     EXPECT_GT(shareOf(image, column(95), goodColour), 0.6);
     EXPECT_GT(shareOf(image, column(150), goodColour), 0.6);
     EXPECT_EQ(strongRedPixels(image), 0) << "grey unless asked";
-    image = take(marker1 + QStringList{QStringLiteral("--rgb")});
+    image = take(marker1 + words("--rgb"));
     EXPECT_GT(strongRedPixels(image), 100);
-    image = take(marker1 + QStringList{QStringLiteral("--rgb"), QStringLiteral("--axes"), QStringLiteral("yz")});
+    image = take(marker1 + words("--rgb --axes yz"));
     EXPECT_EQ(strongRedPixels(image), 0) << "x hidden";
 
     take(marker1, QStringLiteral("shot.jpg"));
@@ -202,14 +205,12 @@ TEST_F(Snapshot, RangeColoursAndFormatAsAsked)
         const char* says;
     } refused[] = {
         {{QStringLiteral("--snapshot"), dir.filePath(QStringLiteral("shot.xyz"))}, "cannot write .xyz pictures"},
-        {{QStringLiteral("--snapshot"), dir.filePath(QStringLiteral("a.png")), QStringLiteral("--range"),
-          QStringLiteral("700-800")},
+        {QStringList{QStringLiteral("--snapshot"), dir.filePath(QStringLiteral("a.png"))} + words("--range 700-800"),
          "--range 700-800 is outside the take"},
-        {{QStringLiteral("--snapshot"), dir.filePath(QStringLiteral("a.png")), QStringLiteral("--range"),
-          QStringLiteral("9-3")},
+        {QStringList{QStringLiteral("--snapshot"), dir.filePath(QStringLiteral("a.png"))} + words("--range 9-3"),
          "--range wants FIRST-LAST"},
-        {{QStringLiteral("--range"), QStringLiteral("1-3")}, "apply to --snapshot"},
-        {{QStringLiteral("--frame"), QStringLiteral("-9223372036854775808")}, "is outside the take"},
+        {words("--range 1-3"), "apply to --snapshot"},
+        {words("--frame -9223372036854775808"), "is outside the take"},
     };
     for (const auto& row : refused) {
         const Outcome r = tavview(row.args);
@@ -332,10 +333,6 @@ TEST(Report, CountsGapsOfMarkersThatAreValidSomewhere)
     }
 }
 
-} // namespace
-
-namespace {
-
 // Headless cleaning: spikes deleted and gaps filled in a copy, never in the input
 // unless asked.
 TEST(CleanCommand, FillsAndSavesACopyAndGuardsTheInput)
@@ -344,28 +341,24 @@ TEST(CleanCommand, FillsAndSavesACopyAndGuardsTheInput)
     QTemporaryDir dir;
     const QString in = dir.filePath(QStringLiteral("in.c3d")), out = dir.filePath(QStringLiteral("out.c3d"));
     ASSERT_TRUE(QFile::copy(sampleC3D(QStringLiteral("Eb015pi.c3d")), in));
-    const Outcome r = tavview({in, QStringLiteral("--delete-spikes"), QStringLiteral("50"), QStringLiteral("--fill"),
-                               QStringLiteral("spline"), QStringLiteral("--max-gap"), QStringLiteral("20"),
-                               QStringLiteral("--save"), out});
+    const Outcome r = tavview(QStringList{in} + words("--delete-spikes 50 --fill spline --max-gap 20 --save") << out);
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     EXPECT_TRUE(r.out.contains(QStringLiteral("filled "))) << r.out.toStdString();
     Take before, after;
     QString error;
     ASSERT_TRUE(loadTake(in, before, error) && loadTake(out, after, error)) << error.toStdString();
-    int filled = 0;
-    for (const TAV::Frame& f : after.frames)
-        for (const TAV::Marker& m : f.markers)
-            filled += isFilled(m) ? 1 : 0;
-    int filledBefore = 0;
-    for (const TAV::Frame& f : before.frames)
-        for (const TAV::Marker& m : f.markers)
-            filledBefore += isFilled(m) ? 1 : 0;
-    EXPECT_GT(filled, filledBefore) << r.out.toStdString();
+    const auto filled = [](const Take& t) {
+        int n = 0;
+        for (const TAV::Frame& f : t.frames)
+            n += int(std::count_if(f.markers.begin(), f.markers.end(), [](const TAV::Marker& m) { return isFilled(m); }));
+        return n;
+    };
+    EXPECT_GT(filled(after), filled(before)) << r.out.toStdString();
 
-    const Outcome refused = tavview({in, QStringLiteral("--fill"), QStringLiteral("linear"), QStringLiteral("--save"), in});
+    const Outcome refused = tavview(QStringList{in} + words("--fill linear --save") << in);
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_TRUE(refused.err.contains(QStringLiteral("--overwrite"))) << refused.err.toStdString();
-    const Outcome unknown = tavview({in, QStringLiteral("--fill"), QStringLiteral("cubic"), QStringLiteral("--save"), out});
+    const Outcome unknown = tavview(QStringList{in} + words("--fill cubic --save") << out);
     EXPECT_EQ(unknown.exitCode, 1);
     EXPECT_TRUE(unknown.err.contains(QStringLiteral("cubic"))) << unknown.err.toStdString();
 }
