@@ -114,6 +114,27 @@ INSTANTIATE_TEST_SUITE_P(
                     HostState{"WideLines", [] { glLineWidth(3.f); }}),
     [](const testing::TestParamInfo<HostState>& i) { return std::string(i.param.name); });
 
+// A host may also leave a modelview whose w is not 1 (varying along x, along y, or
+// the same everywhere): GL then does not map data to pixels as the cull would.
+TEST_F(WalkingTake, FastDrawSendsEverythingUnderAProjectionThatIsNotAffine)
+{
+    view.viewport.pos.x = -100;
+    view.viewport.scale.x = 640.f / 3200;
+    GLdouble tilt[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    beforeGraph = [&tilt] { glLoadMatrixd(tilt); };
+    for (const auto& [element, w] : {std::pair<int, double>{3, 1e-4}, {7, 5e-3}, {15, 2}}) {
+        tilt[3] = tilt[7] = 0;
+        tilt[15] = 1;
+        tilt[element] = w;
+        graph.setProperty<bool>("fastDraw", false);
+        const QImage exact = render();
+        graph.setProperty<bool>("fastDraw", true);
+        const QImage fast = render();
+        ASSERT_FALSE(exact.isNull());
+        EXPECT_TRUE(exact == fast) << "w varies with element " << element;
+    }
+}
+
 } // namespace
 
 namespace {

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <memory>
 
 class RealRender : public testing::Test {
@@ -19,6 +20,7 @@ protected:
     std::unique_ptr<GLWindow> window;
     GLW view;
     TAVGraph graph;
+    std::function<void()> beforeGraph; // what the host does in each paint before the graph draws
 
     void SetUp() override
     {
@@ -28,6 +30,10 @@ protected:
         window->resize(width, height);
         view.rect = QRectF(0, 0, 1, 1); // the whole window
         window->AddView(&view);
+        QObject::connect(window.get(), &GLWindow::Paint2D, [this](GLW*) {
+            if (beforeGraph)
+                beforeGraph();
+        });
         QObject::connect(window.get(), &GLWindow::Paint2D, &graph, &TAVGraph::Draw2D);
         // Connected after the graph, so it runs once the graph has drawn, before the swap.
         QObject::connect(window.get(), &GLWindow::Paint2D, [this](GLW*) { picture = readBack(); });

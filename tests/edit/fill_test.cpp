@@ -116,6 +116,7 @@ TEST(Donors, AreTheMarkersThatMoveRigidlyWithTheTarget)
     std::vector<uint32_t> donors = chooseDonors(TrackReader(t), Gap{0, 200, 219}, 3);
     std::sort(donors.begin(), donors.end());
     EXPECT_EQ(donors, (std::vector<uint32_t>{1, 2, 3}));
+    EXPECT_EQ(chooseDonors(TrackReader(t), Gap{0, 200, 219}, 10).size(), 4u) << "every candidate, no more";
 }
 
 } // namespace

@@ -217,6 +217,9 @@ TEST_F(Snapshot, RangeColoursAndFormatAsAsked)
         EXPECT_EQ(r.exitCode, 2) << row.says;
         EXPECT_TRUE(r.err.contains(QLatin1String(row.says))) << r.err.toStdString();
     }
+    const Outcome unwritable = tavview({QStringLiteral("--snapshot"), dir.filePath(QStringLiteral("none/a.png"))}, true);
+    EXPECT_EQ(unwritable.exitCode, 1);
+    EXPECT_TRUE(unwritable.err.contains(QLatin1String("cannot write the picture"))) << unwritable.err.toStdString();
 }
 
 struct BadFileRow {

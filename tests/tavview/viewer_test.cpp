@@ -232,6 +232,9 @@ TEST_F(Viewer, ShiftDragSelectsFramesAndTheSelectionSurvivesCursorMoves)
     gl->updateGL();
     EXPECT_FALSE(differ(gl->grabFrameBuffer(), in.x(), out.x(), 2)) << "the whole take is no band";
     EXPECT_FALSE(differ(axis->grab().toImage(), in.x(), out.x(), axis->height() - 2));
+    panel->SelectFrames(0, 250);
+    gl->updateGL();
+    EXPECT_TRUE(differ(gl->grabFrameBuffer(), in.x(), out.x(), 2)) << "a band from the first frame";
 }
 
 // A middle drag pans with the scale kept; the wheel zooms time about the mouse,

@@ -227,6 +227,19 @@ TEST_F(Area, PictureWithAxesLegendAndRotations)
         for (int y = strip.top(); y <= strip.bottom() && !ink; ++y)
             ink = image.pixel(x, y) != background;
     EXPECT_TRUE(ink);
+
+    // Each value tick stands on its value's row of the graph.
+    AxisStrip* axis = area->valueAxis();
+    const QImage values = axis->grab().toImage();
+    const PixelMap m = pixelMap(view->viewport, int(view->width()), int(view->height()));
+    const int edge = values.width() - 1, h = int(view->height());
+    for (const Tick& t : axis->Ticks()) {
+        const int y = h - 1 - int(std::lround(m.toPixel(0, t.pos).y()));
+        if (y >= 2 && y + 2 < values.height()) {
+            EXPECT_NE(values.pixel(edge, y), values.pixel(edge, y - 2)) << t.text.toStdString();
+            EXPECT_NE(values.pixel(edge, y), values.pixel(edge, y + 2)) << t.text.toStdString();
+        }
+    }
 }
 
 } // namespace
