@@ -1,7 +1,5 @@
 #include "host/c3d/c3dfile.h"
 
-#include "utils/saturate.h"
-
 #include <QFile>
 #include <QFileInfo>
 
@@ -26,19 +24,47 @@ bool readAt(QFile& f, int64_t offset, std::vector<uint8_t>& buffer, int64_t size
     return f.seek(offset) && f.read(reinterpret_cast<char*>(buffer.data()), size) == size;
 }
 
+
+// One loop per number format: the processor is known before the first sample, so
+// each value is decoded inline instead of choosing its format per value.
+template <Processor P>
+void decodeFloats(const uint8_t* b, PointSample* s, int points, float)
+{
+    for (int i = 0; i < points; ++i, b += 16) {
+        s[i].x = readFloat(b, P);
+        s[i].y = readFloat(b + 4, P);
+        s[i].z = readFloat(b + 8, P);
+        s[i].word4 = word4FromFloat(readFloat(b + 12, P));
+    }
+}
+
+template <Processor P>
+void decodeIntegers(const uint8_t* b, PointSample* s, int points, float scale)
+{
+    for (int i = 0; i < points; ++i, b += 8) {
+        s[i].x = float(readInt16(b, P)) * scale;
+        s[i].y = float(readInt16(b + 2, P)) * scale;
+        s[i].z = float(readInt16(b + 4, P)) * scale;
+        s[i].word4 = readInt16(b + 6, P);
+    }
+}
+
+using Decoder = void (*)(const uint8_t*, PointSample*, int, float);
+
+Decoder decoderFor(const Layout& l)
+{
+    switch (l.processor) {
+    case Processor::Intel:
+        return l.floats() ? decodeFloats<Processor::Intel> : decodeIntegers<Processor::Intel>;
+    case Processor::Dec:
+        return l.floats() ? decodeFloats<Processor::Dec> : decodeIntegers<Processor::Dec>;
+    case Processor::Mips:
+        break;
+    }
+    return l.floats() ? decodeFloats<Processor::Mips> : decodeIntegers<Processor::Mips>;
+}
+
 } // namespace
-
-int16_t word4FromFloat(float w)
-{
-    if (!(w >= 0.0f)) // negative or NaN
-        return -1;
-    return int16_t(uint16_t(saturate_cast<uint32_t>(w) & 0xFFFF));
-}
-
-bool isMissing(const PointSample& s)
-{
-    return s.word4 < 0 || !std::isfinite(s.x) || !std::isfinite(s.y) || !std::isfinite(s.z);
-}
 
 bool File::fail(QString* error, const QString& problem) const
 {
@@ -167,7 +193,8 @@ bool File::settleLayout(int64_t fileSize, QString* error)
     return true;
 }
 
-bool File::readPoints(const std::function<void(int64_t frame, const PointSample* samples)>& onFrame,
+bool File::readPoints(int64_t from, int64_t to,
+                      const std::function<void(int64_t frame, const PointSample* samples)>& onFrame,
                       QString* error) const
 {
     QFile f(filePath);
@@ -177,32 +204,16 @@ bool File::readPoints(const std::function<void(int64_t frame, const PointSample*
     const int64_t frameBytes = l.frameBytes();
     const int64_t framesPerChunk = std::max<int64_t>(1, ChunkBytes / frameBytes);
     const float scale = l.scale;
-    const Processor p = l.processor;
     std::vector<uint8_t> chunk;
     std::vector<PointSample> samples(size_t(l.pointCount));
-    for (int64_t first = 0; first < l.frameCount; first += framesPerChunk) {
-        const int64_t n = std::min(framesPerChunk, l.frameCount - first);
+    const auto decode = decoderFor(l);
+    const int64_t end = std::min(to, l.frameCount);
+    for (int64_t first = std::max<int64_t>(from, 0); first < end; first += framesPerChunk) {
+        const int64_t n = std::min(framesPerChunk, end - first);
         if (!readAt(f, l.dataOffset + first * frameBytes, chunk, n * frameBytes))
             return fail(error, QString("ends early, in frame %1").arg(first + 1));
         for (int64_t i = 0; i < n; ++i) {
-            const uint8_t* b = chunk.data() + i * frameBytes;
-            if (l.floats()) {
-                for (PointSample& s : samples) {
-                    s.x = readFloat(b, p);
-                    s.y = readFloat(b + 4, p);
-                    s.z = readFloat(b + 8, p);
-                    s.word4 = word4FromFloat(readFloat(b + 12, p));
-                    b += 16;
-                }
-            } else {
-                for (PointSample& s : samples) {
-                    s.x = float(readInt16(b, p)) * scale;
-                    s.y = float(readInt16(b + 2, p)) * scale;
-                    s.z = float(readInt16(b + 4, p)) * scale;
-                    s.word4 = readInt16(b + 6, p);
-                    b += 8;
-                }
-            }
+            decode(chunk.data() + i * frameBytes, samples.data(), l.pointCount, scale);
             onFrame(first + i, samples.data());
         }
     }

@@ -4,9 +4,11 @@
 // size before it is used, so a damaged file ends in an error, never a crash.
 #include "host/c3d/c3dnumbers.h"
 #include "host/c3d/c3dparameters.h"
+#include "utils/saturate.h"
 
 #include <QString>
 
+#include <cmath>
 #include <cstdint>
 #include <functional>
 
@@ -49,7 +51,10 @@ struct PointSample {
     int16_t word4;
 };
 
-bool isMissing(const PointSample& s);
+inline bool isMissing(const PointSample& s)
+{
+    return s.word4 < 0 || !std::isfinite(s.x) || !std::isfinite(s.y) || !std::isfinite(s.z);
+}
 inline int residualSteps(const PointSample& s) { return s.word4 & 0xFF; }
 inline int cameraMask(const PointSample& s) { return (s.word4 >> 8) & 0x7F; }
 
@@ -59,10 +64,11 @@ public:
     // file. On failure returns false with a message that names the file.
     bool open(const QString& path, QString* error);
 
-    // Calls onFrame for each frame in order with that frame's pointCount samples,
-    // reading the point block in large chunks. The samples are valid only during
-    // the call.
-    bool readPoints(const std::function<void(int64_t frame, const PointSample* samples)>& onFrame,
+    // Calls onFrame for each frame of [from, to) in order with that frame's
+    // pointCount samples, reading the point block in large chunks. The samples are
+    // valid only during the call. Calls for different ranges may run at once.
+    bool readPoints(int64_t from, int64_t to,
+                    const std::function<void(int64_t frame, const PointSample* samples)>& onFrame,
                     QString* error) const;
 
     const QString& path() const { return filePath; }
@@ -82,6 +88,11 @@ private:
 
 // The fourth word of a float file's point as the signed 16-bit value it encodes:
 // 65535.0 and -1.0 both read as -1; NaN reads as missing.
-int16_t word4FromFloat(float w);
+inline int16_t word4FromFloat(float w)
+{
+    if (!(w >= 0.0f)) // negative or NaN
+        return -1;
+    return int16_t(uint16_t(saturate_cast<uint32_t>(w) & 0xFFFF));
+}
 
 } // namespace C3D

@@ -27,27 +27,11 @@ const char* processorName(Processor processor)
     return "unknown";
 }
 
-uint16_t readUInt16(const uint8_t* p, Processor processor)
-{
-    if (processor == Processor::Mips)
-        return uint16_t(p[0] << 8 | p[1]);
-    return uint16_t(p[1] << 8 | p[0]);
-}
-
-int16_t readInt16(const uint8_t* p, Processor processor) { return int16_t(readUInt16(p, processor)); }
-
-static float floatFromBits(uint32_t bits)
-{
-    float f;
-    std::memcpy(&f, &bits, sizeof f);
-    return f;
-}
-
 // VAX F_floating: the first little-endian word holds sign, 8-bit exponent (bias 128)
 // and the high fraction bits, the second the low fraction bits; the value is
 // 0.1fff (binary, hidden leading bit) times 2^(exponent - 128). Exponent 0 is zero,
 // or the reserved operand when the sign is set.
-static float decFloat(const uint8_t* p)
+float readDecFloat(const uint8_t* p)
 {
     const uint32_t high = uint32_t(p[1] << 8 | p[0]);
     const uint32_t low = uint32_t(p[3] << 8 | p[2]);
@@ -58,19 +42,6 @@ static float decFloat(const uint8_t* p)
     const uint32_t fraction = (high & 0x7F) << 16 | low | 0x800000u;
     const float magnitude = std::ldexp(float(fraction), exponent - 128 - 24);
     return negative ? -magnitude : magnitude;
-}
-
-float readFloat(const uint8_t* p, Processor processor)
-{
-    switch (processor) {
-    case Processor::Intel:
-        return floatFromBits(uint32_t(p[3]) << 24 | uint32_t(p[2]) << 16 | uint32_t(p[1]) << 8 | p[0]);
-    case Processor::Mips:
-        return floatFromBits(uint32_t(p[0]) << 24 | uint32_t(p[1]) << 16 | uint32_t(p[2]) << 8 | p[3]);
-    case Processor::Dec:
-        return decFloat(p);
-    }
-    return 0.0f;
 }
 
 void writeInt16LE(uint8_t* p, int16_t value)
@@ -88,7 +59,7 @@ void writeFloatLE(uint8_t* p, float value)
         p[i] = uint8_t(bits >> (8 * i));
 }
 
-// The inverse of decFloat: values too small for the format become zero, too large
+// The inverse of readDecFloat: values too small for the format become zero, too large
 // ones the largest it holds.
 static void writeDecFloat(uint8_t* p, float value)
 {

@@ -7,10 +7,13 @@
 #include <QList>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
+#include <exception>
 #include <limits>
 #include <new>
+#include <thread>
 
 namespace C3D {
 
@@ -74,60 +77,122 @@ void setMarkerInfo(const File& file, TAV::Frames& take)
         take.markerInfo.emplace_back(uint32_t(i), 0, points[i].name, pointOptions(points[i]));
 }
 
-bool readTake(const File& file, TAV::Frames& take, QString* error)
+// Frames [from, to) into frames, their residuals counted by rule. Until the whole
+// take's residuals are known, each sample's residual steps wait in cond (-1 when
+// missing).
+bool readFrames(const File& file, TAV::Frame* frames, int64_t from, int64_t to, ResidualRule& rule, QString* error)
 {
-    const Layout& l = file.layout();
-    const int points = l.pointCount;
-    take.resize(int(l.frameCount));
-
-    // First pass: positions, and the residual steps parked in cond (-1 when missing)
-    // until the whole take's residuals are known.
-    ResidualRule rule;
-    const bool read = file.readPoints(
+    const int points = file.layout().pointCount;
+    return file.readPoints(
+        from, to,
         [&](int64_t frame, const PointSample* samples) {
-            TAV::Frame& f = take[int(frame)];
+            TAV::Frame& f = frames[frame];
             f.id = uint32_t(frame);
             f.time = frame;
-            f.markers.resize(points);
+            f.markers.resize(points); // within the reserved storage, zeroed just before it is written
             TAV::Marker* m = f.markers.data();
             for (int i = 0; i < points; ++i) {
                 const PointSample& s = samples[i];
-                m[i].id = uint32_t(i);
-                m[i].flags = 0;
-                m[i].time = frame;
                 if (isMissing(s)) {
-                    m[i].x = m[i].y = m[i].z = 0.0f;
-                    m[i].cond = -1.0f;
+                    m[i] = TAV::Marker{uint32_t(i), 0, frame, 0.0f, 0.0f, 0.0f, -1.0f};
                 } else {
-                    m[i].x = s.x;
-                    m[i].y = s.y;
-                    m[i].z = s.z;
-                    m[i].cond = float(residualSteps(s));
-                    rule.count(residualSteps(s));
+                    const int steps = residualSteps(s);
+                    rule.count(steps);
+                    m[i] = TAV::Marker{uint32_t(i), 0, frame, s.x, s.y, s.z, float(steps)};
                 }
             }
         },
         error);
-    if (!read) {
-        take = TAV::Frames();
-        return false;
-    }
+}
 
-    // Second pass: grade the parked residuals.
-    rule.settle();
-    for (TAV::Frame& f : take) {
-        TAV::Marker* m = f.markers.data();
-        for (int i = 0; i < points; ++i) {
+// Condition and flags of a sample by its residual steps (one byte).
+struct Grades {
+    std::array<float, 256> condition;
+    std::array<uint32_t, 256> flags;
+
+    explicit Grades(const ResidualRule& rule)
+    {
+        for (int steps = 0; steps < 256; ++steps) {
+            condition[size_t(steps)] = rule.condition(steps);
+            flags[size_t(steps)] = rule.isFilled(steps) ? FilledFlag : 0;
+        }
+    }
+};
+
+void gradeFrames(TAV::Frame* frames, int64_t from, int64_t to, const Grades& grades)
+{
+    for (int64_t f = from; f < to; ++f) {
+        TAV::Marker* m = frames[f].markers.data();
+        for (int i = 0, n = frames[f].markers.size(); i < n; ++i) {
             if (m[i].cond < 0.0f) {
                 m[i].cond = MissingCondition;
                 continue;
             }
-            const int steps = int(m[i].cond);
-            if (rule.isFilled(steps))
-                m[i].flags |= FilledFlag;
-            m[i].cond = rule.condition(steps);
+            const size_t steps = size_t(m[i].cond);
+            m[i].flags |= grades.flags[steps];
+            m[i].cond = grades.condition[steps];
         }
     }
+}
+
+// Runs work(from, to) over [0, n): on two threads in halves when the take is big
+// enough to pay for the second, else at once. An exception on either thread comes
+// out here.
+template <class Work>
+void inHalves(int64_t n, int64_t samples, const Work& work)
+{
+    if (samples < (int64_t(1) << 20) || n < 2 || std::thread::hardware_concurrency() < 2) {
+        work(0, n, 0);
+        return;
+    }
+    const int64_t middle = n / 2;
+    std::exception_ptr failure;
+    std::thread second([&] {
+        try {
+            work(middle, n, 1);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    });
+    try {
+        work(0, middle, 0);
+    } catch (...) {
+        second.join();
+        throw;
+    }
+    second.join();
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+bool readTake(const File& file, TAV::Frames& take, QString* error)
+{
+    const Layout& l = file.layout();
+    take.resize(int(l.frameCount));
+    TAV::Frame* frames = take.data();
+    const int64_t samples = l.frameCount * l.pointCount;
+
+    // Storage for every frame from this thread: what a second thread allocates comes
+    // from its own malloc arena, which glibc gives back to the system when the take
+    // is freed, so that each later load would fault all of it in again.
+    for (int64_t f = 0; f < l.frameCount; ++f)
+        frames[f].markers.reserve(l.pointCount);
+    ResidualRule rules[2];
+    bool read[2] = {true, true};
+    QString problems[2];
+    inHalves(l.frameCount, samples, [&](int64_t from, int64_t to, int half) {
+        read[half] = readFrames(file, frames, from, to, rules[half], &problems[half]);
+    });
+    if (!read[0] || !read[1]) {
+        if (error)
+            *error = read[0] ? problems[1] : problems[0];
+        take = TAV::Frames();
+        return false;
+    }
+    rules[0].add(rules[1]);
+    rules[0].settle();
+    const Grades grades(rules[0]);
+    inHalves(l.frameCount, samples, [&](int64_t from, int64_t to, int) { gradeFrames(frames, from, to, grades); });
 
     setTakeProperties(file, take);
     setMarkerInfo(file, take);

@@ -32,6 +32,12 @@ class ResidualRule {
 public:
     // Residuals in steps of |scale|, the low byte of the fourth word.
     void count(int steps) { ++histogram[size_t(steps & 0xFF)]; }
+    // Counts what another rule counted (of other frames).
+    void add(const ResidualRule& other)
+    {
+        for (size_t s = 0; s < histogram.size(); ++s)
+            histogram[s] += other.histogram[s];
+    }
     void settle();
 
     bool gradesResiduals() const { return median > 0; }

@@ -50,6 +50,38 @@ TEST_F(RoundTrip, MissingSamplesLoseTheirCoordinates)
     }
 }
 
+// A take of over a million samples loads in two halves at once: every sample lands
+// in its frame, graded by the residuals of the whole take.
+TEST_F(RoundTrip, ALargeTakeReadsBackSampleForSample)
+{
+    const int points = 64, frames = 20000;
+    const auto steps = [](int64_t n, int k) { return int((n * 7 + k) % 23 + (n < frames / 2 ? 1 : 9)); };
+    ASSERT_TRUE(writeTestTake(path, testSetup(points, frames), [&](int64_t n, float* v) {
+        for (int k = 0; k < points; ++k, v += 4) {
+            v[0] = float(n), v[1] = float(k), v[2] = 0.5f;
+            v[3] = (n + k) % 97 == 0 ? C3D::MissingFourthWord : C3D::fourthWord(1, steps(n, k));
+        }
+    }));
+    C3D::ResidualRule rule;
+    for (int64_t n = 0; n < frames; ++n)
+        for (int k = 0; k < points; ++k)
+            if ((n + k) % 97 != 0)
+                rule.count(steps(n, k));
+    rule.settle();
+
+    const TAV::Frames take = load();
+    ASSERT_EQ(take.size(), frames);
+    int wrong = 0;
+    for (int64_t n = 0; n < frames; ++n)
+        for (int k = 0; k < points; ++k) {
+            const TAV::Marker& m = take[int(n)].markers[k];
+            const bool missing = (n + k) % 97 == 0;
+            wrong += m.id != uint32_t(k) || m.time != n || m.x != (missing ? 0.0f : float(n)) ||
+                     m.cond != (missing ? C3D::MissingCondition : rule.condition(steps(n, k)));
+        }
+    EXPECT_EQ(wrong, 0);
+}
+
 TEST_F(RoundTrip, FrameCountsPast16BitsComeFromTheParameters)
 {
     const int64_t frames = 70000;
