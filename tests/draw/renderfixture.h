@@ -3,6 +3,7 @@
 // the picture read back from the framebuffer right after the graph drew it.
 #include "GL/glwindow.h"
 #include "modules/tavgraph.h"
+#include "tests/support/patience.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -38,9 +39,7 @@ protected:
         // Connected after the graph, so it runs once the graph has drawn, before the swap.
         QObject::connect(window.get(), &GLWindow::Paint2D, [this](GLW*) { picture = readBack(); });
         window->show();
-        // A loaded machine (the sanitizer build beside another suite) can take longer
-        // than Qt's default 5 s to map a GL window.
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get(), 60000)) << "the window was never shown";
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get(), patienceMs)) << "the window was never shown";
         ASSERT_TRUE(window->isValid()) << "no GL context";
         ASSERT_EQ(window->width(), width);
         ASSERT_EQ(window->height(), height);
@@ -66,7 +65,7 @@ protected:
                     window->updateGL();
                 return !picture.isNull();
             },
-            60000);
+            patienceMs);
         return picture;
     }
 

@@ -7,6 +7,7 @@
 #include "Qt/menutree.h"
 #include "tav/tavframes.h"
 #include "utils/framesinfo.h"
+#include "tests/support/patience.h"
 
 #include <gtest/gtest.h>
 
@@ -38,7 +39,7 @@ public:
         view->setProperty("visible", true);
         window->AddView(view);
         window->show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get(), patienceMs));
         load();
     }
     ~HostileHost() override

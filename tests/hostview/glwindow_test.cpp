@@ -1,5 +1,6 @@
 #include "GL/glwindow.h"
 #include "tests/hostview/probe.h"
+#include "tests/support/patience.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -30,7 +31,7 @@ protected:
         view.viewport.scale = Vector(2, 4, 1);
         window.AddView(&view);
         window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, patienceMs));
     }
 
     // Other test processes may share the display and take its focus, so the window
@@ -46,13 +47,13 @@ protected:
 TEST_F(ShownWindow, RepaintCounterPaintsOnceAskedAndResets)
 {
     QSignalSpy paints(&window, &GLWindow::Paint2D);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window.update == 0 && paints.count() > 0; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.update == 0 && paints.count() > 0; }, patienceMs));
     QTest::qWait(100);
     const int settled = paints.count();
     ASSERT_EQ(window.update, 0);
 
     window.update += 1;
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.update == 0 && paints.count() > settled; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.update == 0 && paints.count() > settled; }, patienceMs));
     EXPECT_EQ(paints.last().at(0).value<GLW*>(), &view);
 }
 

@@ -6,6 +6,7 @@
 #include "host/tavview/moduleregistry.h"
 #include "host/tavview/trackselection.h"
 #include "support/data.h"
+#include "tests/support/patience.h"
 
 #include <QGuiApplication>
 #include <QTest>
@@ -43,10 +44,10 @@ protected:
     {
         window->ShowTake(take, selection);
         window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get(), patienceMs));
         window->activateWindow();
         gl->setFocus();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), patienceMs));
         graph = window->findChild<QObject*>(QStringLiteral("graph"));
         ASSERT_NE(graph, nullptr);
     }

@@ -9,6 +9,7 @@
 #include "tests/support/data.h"
 #include "tests/support/pixels.h"
 #include "tests/tavview/viewer.h"
+#include "tests/support/patience.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -349,12 +350,12 @@ TEST_F(Viewer, SelectRegionKeyAndTheTrackFilter)
     const QPoint at = pixelAt(120);
     QCursor::setPos(gl->mapToGlobal(at));
     QTest::mouseMove(gl, at);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return gl->mouse.x == at.x(); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return gl->mouse.x == at.x(); }, patienceMs));
     for (QWidget* focus : {static_cast<QWidget*>(gl), static_cast<QWidget*>(window->markerList())}) {
         SCOPED_TRACE(focus->objectName().toStdString());
         panel->SelectFrames(0, 10);
         focus->setFocus();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return focus->hasFocus(); }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return focus->hasFocus(); }, patienceMs));
         QTest::keyClick(focus, Qt::Key_R);
         EXPECT_EQ(panel->selectionFirst(), 98);
         EXPECT_EQ(panel->selectionLast(), 141);
@@ -412,7 +413,7 @@ TEST_F(Viewer, SpacePlaysAndStops)
     fitViewportExact(view->viewport, 0, 10, -1000, 1000, w, h);
     QTest::keyClick(gl, Qt::Key_Space);
     EXPECT_TRUE(window->playback()->isPlaying());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return panel->current() > 25; }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return panel->current() > 25; }, patienceMs));
     EXPECT_LE(view->viewport.Left(w), panel->current()) << "the view follows the cursor";
     EXPECT_GE(view->viewport.Right(w), panel->current());
     QTest::keyClick(gl, Qt::Key_Space);

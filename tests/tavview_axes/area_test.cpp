@@ -4,6 +4,7 @@
 #include "host/tavview/legend.h"
 #include "host/tavview/viewcamera.h"
 #include "tests/tavview/viewer.h"
+#include "tests/support/patience.h"
 
 #include <QEventLoop>
 #include <QMenu>
@@ -33,7 +34,7 @@ QImage glPicture(GLWindow* w)
         image = w->grabFrameBuffer();
         loop.quit();
     });
-    QTimer::singleShot(10000, &loop, &QEventLoop::quit);
+    QTimer::singleShot(patienceMs, &loop, &QEventLoop::quit);
     ++w->update;
     loop.exec();
     QObject::disconnect(c);
@@ -72,7 +73,7 @@ TEST_F(Area, RotationsGraphComesAndGoesWithTheToggleAndSharesCursorAndTime)
     toggle->trigger();
     GraphPanel* rot = area->rotations();
     ASSERT_NE(rot, nullptr);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(rot->window()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(rot->window(), patienceMs));
     EXPECT_EQ(rot->trackSelection().rigids, QList<int>{0});
     EXPECT_TRUE(rot->trackSelection().markers.isEmpty());
     EXPECT_EQ(rot->take().units, QStringLiteral("deg"));
@@ -82,7 +83,7 @@ TEST_F(Area, RotationsGraphComesAndGoesWithTheToggleAndSharesCursorAndTime)
     EXPECT_EQ(rot->current(), 40);
     rot->SeekFrame(12);
     EXPECT_EQ(panel->current(), 12);
-    QTRY_COMPARE(rot->view()->viewport.scale.x, view->viewport.scale.x);
+    QTRY_COMPARE_WITH_TIMEOUT(rot->view()->viewport.scale.x, view->viewport.scale.x, patienceMs);
     EXPECT_EQ(rot->view()->viewport.pos.x, view->viewport.pos.x);
 
     toggle->trigger();
@@ -96,7 +97,7 @@ TEST_F(Area, TimeAxisShowsFramesSecondsOrTimecode)
     showDefault();
     const Take& take = panel->take();
     AxisStrip* axis = area->timeAxis();
-    QTRY_VERIFY(!axis->Ticks().isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(!axis->Ticks().isEmpty(), patienceMs);
     // The take's own numbering, not the index.
     const Tick first = axis->Ticks().first();
     EXPECT_EQ(first.text.toLongLong(), take.firstFrame + qint64(first.pos));
@@ -160,7 +161,7 @@ TEST_F(Area, HoverNamesTheDrawnSampleWithinTheHoverDistance)
 
     // After "t" the graph draws the tracks offset; the tip places samples by the same offsets.
     QTest::mouseMove(gl, widget);
-    QTRY_COMPARE(int(view->Cursor().x + 0.5), i);
+    QTRY_COMPARE_WITH_TIMEOUT(int(view->Cursor().x + 0.5), i, patienceMs);
     const QRectF plain = panel->DataRange(1);
     view->findChild<QAction*>(QStringLiteral("updateoffsets"))->trigger();
     Vector offset;
@@ -213,7 +214,7 @@ TEST_F(Area, PictureWithAxesLegendAndRotations)
     showDefault();
     graph->setProperty("enableRGB", true);
     view->findChild<QAction*>(QStringLiteral("enable_rigid_angles"))->trigger();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(area->rotations()->window()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(area->rotations()->window(), patienceMs));
     invoke(graph, "ToggleDrawTC", true);
     panel->SeekFrame(150);
     QTest::qWait(100);
