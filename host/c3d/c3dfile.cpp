@@ -24,7 +24,6 @@ bool readAt(QFile& f, int64_t offset, std::vector<uint8_t>& buffer, int64_t size
     return f.seek(offset) && f.read(reinterpret_cast<char*>(buffer.data()), size) == size;
 }
 
-
 // One loop per number format: the processor is known before the first sample, so
 // each value is decoded inline instead of choosing its format per value.
 template <Processor P>
@@ -59,9 +58,9 @@ Decoder decoderFor(const Layout& l)
     case Processor::Dec:
         return l.floats() ? decodeFloats<Processor::Dec> : decodeIntegers<Processor::Dec>;
     case Processor::Mips:
-        break;
+        return l.floats() ? decodeFloats<Processor::Mips> : decodeIntegers<Processor::Mips>;
     }
-    return l.floats() ? decodeFloats<Processor::Mips> : decodeIntegers<Processor::Mips>;
+    return nullptr; // processorFromByte admits no other value
 }
 
 } // namespace
