@@ -4,6 +4,9 @@
 #include "tests/draw/renderfixture.h"
 #include "tests/draw/takes.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 struct View {
@@ -116,22 +119,25 @@ INSTANTIATE_TEST_SUITE_P(
 
 // A host may also leave a modelview whose w is not 1 (varying along x, along y, or
 // the same everywhere): GL then does not map data to pixels as the cull would.
-TEST_F(WalkingTake, FastDrawSendsEverythingUnderAProjectionThatIsNotAffine)
+TEST_F(WalkingTake, FastDrawSendsEverythingUnderAProjectionThatIsNotAffineOrTiltsDepth)
 {
     view.viewport.pos.x = -100;
     view.viewport.scale.x = 640.f / 3200;
-    GLdouble tilt[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    GLdouble tilt[16];
     beforeGraph = [&tilt] { glLoadMatrixd(tilt); };
-    for (const auto& [element, w] : {std::pair<int, double>{3, 1e-4}, {7, 5e-3}, {15, 2}}) {
-        tilt[3] = tilt[7] = 0;
-        tilt[15] = 1;
-        tilt[element] = w;
+    // w varying with x or y (3, 7) or not 1 (15), depth varying with x or y (2, 6):
+    // either way the first fragment at a pixel need not be the one that stays.
+    for (const auto& [element, value] :
+         {std::pair<int, double>{3, 1e-4}, {7, 5e-3}, {15, 2}, {2, 1e-4}, {6, 1e-4}}) {
+        std::fill(std::begin(tilt), std::end(tilt), 0.0);
+        tilt[0] = tilt[5] = tilt[10] = tilt[15] = 1;
+        tilt[element] = value;
         graph.setProperty<bool>("fastDraw", false);
         const QImage exact = render();
         graph.setProperty<bool>("fastDraw", true);
         const QImage fast = render();
         ASSERT_FALSE(exact.isNull());
-        EXPECT_TRUE(exact == fast) << "w varies with element " << element;
+        EXPECT_TRUE(exact == fast) << "modelview element " << element;
     }
 }
 

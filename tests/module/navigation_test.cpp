@@ -141,6 +141,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(SelectRegionRow{"PoorRunIsWidened", QPoint(10, 10), 31, "", "28+8"},
                     SelectRegionRow{"GoodRunIsNotWidened", QPoint(10, 10), 40, "", "35+64"},
                     SelectRegionRow{"LeftOfTheDataActsAsFrameZero", QPoint(10, 10), -5, "", "0+9"},
+                    SelectRegionRow{"PastTheDataActsAsTheLastFrame", QPoint(10, 10), 100, "", "35+64"},
                     SelectRegionRow{"PointerOnTheFarCornerIsInside", QPoint(200, 100), 12, "", "8+8"},
                     SelectRegionRow{"PointerLeftOfTheWindow", QPoint(-10, 5), 12, outside, ""},
                     SelectRegionRow{"PointerBelowTheWindow", QPoint(5, 101), 12, outside, ""}),
