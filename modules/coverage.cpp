@@ -132,6 +132,13 @@ bool Coverage::segmentsCovered(double x0, double x1, double y0, double y1) const
     return boxCovered(x0, x1, y0, y1, lineReach + m);
 }
 
+// A point may write the pixels whose centres lie within half its size, and the
+// margin, of its centre (as in point()).
+bool Coverage::pointsCovered(double x0, double x1, double y0, double y1, int size) const
+{
+    return boxCovered(x0, x1, y0, y1, size * 0.5 + m);
+}
+
 // Every pixel whose centre lies within `reach` of the box's window image.
 bool Coverage::boxCovered(double x0d, double x1d, double y0d, double y1d, double reach) const
 {

@@ -42,6 +42,9 @@ public:
     // Whether every pixel that any one-pixel segment inside the data box
     // [x0, x1] x [y0, y1] could write is certain: such segments can all be dropped.
     bool segmentsCovered(double x0, double x1, double y0, double y1) const;
+    // Whether a point of `size` pixels anywhere in the data box [x0, x1] x [y0, y1]
+    // certainly adds no pixel: such points can all be dropped.
+    bool pointsCovered(double x0, double x1, double y0, double y1, int size) const;
 
     // Queries on window pixels, for tests.
     bool certain(int px, int py) const;

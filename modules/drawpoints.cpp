@@ -156,11 +156,41 @@ class CulledPoints {
 public:
     CulledPoints(Coverage& coverage, const PointPaint& s) : coverage(coverage), s(s) {}
 
+    // Looks at the shown samples of [from, to) at once: on the axes where every
+    // point they can make falls on certain pixels, send() does not look at them
+    // one by one. Zoomed out, most samples of a take are such blocks.
+    template <class T>
+    void coverBlock(const T* from, const T* to, OffsetOf& offset, int64_t offsetX)
+    {
+        covered = 0;
+        double x0 = HUGE_VAL, x1 = -HUGE_VAL;
+        double lo[3] = {HUGE_VAL, HUGE_VAL, HUGE_VAL}, hi[3] = {-HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
+        for (const T* m = from; m != to; ++m) {
+            if (!pointShown(*m, s.fill))
+                continue;
+            const Vector p = Vector(*m) - offset(m->id);
+            const double x = float(frameX32(m->time, offsetX));
+            x0 = std::min(x0, x);
+            x1 = std::max(x1, x);
+            for (int axis = 0; axis < 3; ++axis) {
+                if (!std::isfinite(p[axis]))
+                    return; // left to the point-by-point look, which leaves it to GL
+                lo[axis] = std::min(lo[axis], double(p[axis]));
+                hi[axis] = std::max(hi[axis], double(p[axis]));
+            }
+        }
+        if (x0 > x1)
+            return;
+        for (int axis = 0; axis < 3; ++axis)
+            if ((s.channels & (1 << axis)) && coverage.pointsCovered(x0, x1, lo[axis], hi[axis], s.size))
+                covered |= 1 << axis;
+    }
+
     void send(int n, const Vector& v, bool rb)
     {
         const float x = float(n);
         for (int axis = 0; axis < 3; ++axis) {
-            if (!(s.channels & (1 << axis)) || !coverage.point(x, v[axis], s.size))
+            if (!(s.channels & (1 << axis)) || (covered & (1 << axis)) || !coverage.point(x, v[axis], s.size))
                 continue;
             colour(vertexColor(axis, s.rgb, rb));
             glVertex3f(x, v[axis], 1.0f);
@@ -171,7 +201,10 @@ private:
     Coverage& coverage;
     const PointPaint& s;
     ColourSender colour;
+    int covered = 0; // axes on which the current block adds nothing
 };
+
+constexpr int pointBlock = 32;
 
 template <class T>
 void sendVisibleTrackPoints(const QVector<T>& data, const PointPaint& s, const XWindow& window,
@@ -197,6 +230,8 @@ void sendVisibleTrackPoints(const QVector<T>& data, const PointPaint& s, const X
     }
 
     for (int i = from; i < end; ++i) {
+        if (culled && (i - from) % pointBlock == 0)
+            culled->coverBlock(data.constData() + i, data.constData() + std::min(end, i + pointBlock), offset, offsetX);
         const T& m = data.at(i);
         if (!pointShown(m, s.fill))
             continue;

@@ -81,6 +81,21 @@ TEST(PointCull, DropsWhatCanAddNothing)
     EXPECT_TRUE(c.point(std::nan(""), 50, 2)) << "not finite: left to GL";
 }
 
+// Columns and rows 10 to 19 certain: a block of points of size 2 is dropped when
+// every pixel centre within 1 px and the margin of its box is among them.
+TEST(PointCull, DropsABlockOnlyWhenAllItsPointsCouldWriteIsCertain)
+{
+    Coverage c = identity();
+    for (double x : {11.5, 14.5, 17.5, 18.5})
+        for (double y : {11.5, 14.5, 17.5, 18.5})
+            c.point(x, y, 3);
+    const double m = c.margin();
+    EXPECT_TRUE(c.pointsCovered(10.5 + 2 * m, 19.5 - 2 * m, 10.5 + 2 * m, 19.5 - 2 * m, 2));
+    EXPECT_FALSE(c.pointsCovered(10.5 + m / 2, 12, 12, 13, 2)) << "column 9 within the margin";
+    EXPECT_FALSE(c.pointsCovered(12, 13, 12, 19.5 - m / 2, 2)) << "row 20 within the margin";
+    EXPECT_FALSE(c.pointsCovered(12, 13, 12, 13, 7)) << "bigger points reach beyond";
+}
+
 // A one-pixel segment certainly writes one pixel per row it crosses (y-major)
 // away from its ends; its possible pixels reach one pixel beyond its box.
 TEST(SegmentCull, MarksTheRowsItCertainlyCrossesAndDropsWhatIsCovered)
