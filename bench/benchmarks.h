@@ -20,3 +20,7 @@ void registerTakeWork(int frames);
 // tavview's edits of a selection on a take of that length.
 void registerEdits(int frames);
 void registerPaints(int frames, const BenchOptions& options);
+// tavview's answers to a user's input, through its real window.
+void registerViewer(int frames);
+// Closes the window of the last length measured, if one is left open.
+void releaseViewer();

@@ -74,10 +74,12 @@ int main(int argc, char** argv)
     registerC3D();
     for (int frames : o.lengths) {
         registerEdits(frames);
+        registerViewer(frames);
         registerTakeWork(frames);
         registerPaints(frames, o);
     }
     benchmark::RunSpecifiedBenchmarks();
+    releaseViewer();
     Stage::instance().release();
     benchmark::Shutdown();
     return 0;
