@@ -8,7 +8,7 @@
                    --plot perf.png --montage perf-pictures.png
 
 The template's prose stays as written; every {{...}} in it is filled from the run:
-  {{table:NAME}}       a table (machine, take, paint, peers, growth, navigation, c3d, edits, goals)
+  {{table:NAME}}       a table (machine, take, paint, peers, growth, navigation, c3d, edits, viewer, goals)
   {{ms:BENCH}}         a wall time in milliseconds, {{us:BENCH}} in microseconds
   {{ratio:A:B}}        wall time of A over wall time of B
   {{cpuratio:A:B}}     the same for process CPU time
@@ -71,7 +71,7 @@ class Run:
         self.results = {}
         scale = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}
         for b in bench["benchmarks"]:
-            name = re.sub(r"(/min_time:[^/]*)?(/process_time)?(/real_time)?$", "", b["name"])
+            name = re.sub(r"(/min_time:[^/]*)?(/iterations:[0-9]+)?(/process_time)?(/real_time)?$", "", b["name"])
             entry = {"error": b.get("error_message") if b.get("error_occurred") else None,
                      "iterations": b.get("iterations", 0)}
             if not entry["error"]:
@@ -248,7 +248,7 @@ def edits_table(run):
         per_sample = None
         if samples and limit_samples:
             per_sample = (run.wall(name) / samples) / (run.wall(limit) / limit_samples)
-        rows.append((f"`{name.split('/iterations')[0]}`", f"{samples:,.0f}" if samples else "—",
+        rows.append((f"`{name}`", f"{samples:,.0f}" if samples else "—",
                      f"{run.wall(name) * 1000:,.1f}", x(per_sample)))
     return table(["measure", "samples", "µs", "÷ reading as many samples"], rows)
 
@@ -260,32 +260,71 @@ def verdict(value, target, below=True):
     return ("met" if met else "missed") + f" ({x(value)} against {'≤' if below else '≥'} {x(target)})"
 
 
+def verdict_ms(value, target):
+    if value is None:
+        return "not measured"
+    return ("met" if value <= target else "missed") + f" ({ms(value)} ms against ≤ {target:,} ms)"
+
+
+def ratio_goal(run, label, a, b, target):
+    return (label, verdict(run.ratio(a, b), target), verdict(run.ratio(a, b, cpu=True), target))
+
+
+VIEWER_INPUTS = [("wheel", "a wheel notch"), ("click", "a click"), ("jump", "a jump to the next area"),
+                 ("fit", "Home (fit all frames)")]
+
+
 def goals_table(run):
     rows = []
-    for n in run.sizes:
-        a, b = f"settracks/all/{n}", f"limit/read-tracks/{n}"
-        rows.append((f"`SetTracks` + `DataChange` ≤ 3× one read of the samples, {frames(n)}",
-                     verdict(run.ratio(a, b), 3), verdict(run.ratio(a, b, cpu=True), 3)))
-    for n in [s for s in run.sizes if s >= 100000]:
+    big = [s for s in run.sizes if s >= 100000]
+    for n in big:
         for style in ("points", "lines"):
-            for zoom in ("out", "in"):
-                ours = f"paint/fast/{style}/{zoom}/{n}"
-                for p, label in PEERS:
-                    peer = f"peer/{p}/{zoom}/{n}"
-                    rows.append((f"fast {style} zoomed {zoom} faster than {label}, {frames(n)}",
-                                 verdict(run.ratio(ours, peer), 1), verdict(run.ratio(ours, peer, cpu=True), 1)))
+            ours = f"paint/fast/{style}/out/{n}"
+            rows.append(ratio_goal(run, f"fast {style} zoomed out ≤ ½ QCustomPlot, {frames(n)}", ours,
+                                   f"peer/qcustomplot/out/{n}", 0.5))
+            rows.append(ratio_goal(run, f"fast {style} zoomed out ≤ 3× a read of the tracks, {frames(n)}", ours,
+                                   f"limit/read-tracks/{n}", 3))
+        rows.append(ratio_goal(run, f"fast points zoomed in faster than QCustomPlot, {frames(n)}",
+                               f"paint/fast/points/in/{n}", f"peer/qcustomplot/in/{n}", 1))
+        rows.append(ratio_goal(run, f"fast lines zoomed in ≤ 2× QCustomPlot, {frames(n)}",
+                               f"paint/fast/lines/in/{n}", f"peer/qcustomplot/in/{n}", 2))
     if len(run.sizes) >= 2:
         lo, hi = run.sizes[0], run.sizes[-1]
         for style in ("points", "lines"):
             m = f"paint/fast/{style}/in"
-            rows.append((f"fast {style} zoomed in, {frames(hi)} within 2× of {frames(lo)}",
-                         verdict(run.ratio(f"{m}/{hi}", f"{m}/{lo}"), 2),
-                         verdict(run.ratio(f"{m}/{hi}", f"{m}/{lo}", cpu=True), 2)))
+            rows.append(ratio_goal(run, f"fast {style} zoomed in, {frames(hi)} within 2× of {frames(lo)}",
+                                   f"{m}/{hi}", f"{m}/{lo}", 2))
+    if run.sizes:
+        n = run.sizes[-1]
+        rows.append(ratio_goal(run, f"cursor-only repaint zoomed out ≤ 5× the blank paint, {frames(n)}",
+                               f"paint/fast/cursor/out/{n}", "paint/blank", 5))
+        rows.append(ratio_goal(run, f"track extraction ≤ 2× a read of the take, {frames(n)}",
+                               f"extract/host/{n}", f"limit/read-take/{n}", 2))
+        rows.append(ratio_goal(run, f"`SetTracks` + `DataChange` ≤ 3× a read of the tracks, {frames(n)}",
+                               f"settracks/all/{n}", f"limit/read-tracks/{n}", 3))
     for name in sorted(n for n in run.results if n.startswith("c3d/load/")):
-        limit = "limit/read-file/" + name.rsplit("/", 1)[1]
-        rows.append(("C3D load ≤ 3× reading the file's bytes", verdict(run.ratio(name, limit), 3),
-                     verdict(run.ratio(name, limit, cpu=True), 3)))
+        rows.append(ratio_goal(run, "C3D load ≤ 3× reading the file's bytes (two threads)", name,
+                               "limit/read-file/" + name.rsplit("/", 1)[1], 3))
+    if run.sizes:
+        n = run.sizes[-1]
+        for key, label in VIEWER_INPUTS:
+            name = f"tavview/{key}/{n}"
+            rows.append((f"tavview, {label} answered ≤ 100 ms, {frames(n)}", verdict_ms(run.wall(name), 100),
+                         verdict_ms(run.cpu(name), 100)))
+        rows.append(ratio_goal(run, f"tavview, showing 64 markers ≤ 2× copying their samples, {frames(n)}",
+                               f"tavview/select/{n}", f"limit/copy-selection/{n}", 2))
     return table(["goal", "by wall time", "by CPU time"], rows)
+
+
+def viewer_table(run):
+    rows = []
+    for n in run.sizes:
+        for key, label in VIEWER_INPUTS + [("select", "every marker shown, from one")]:
+            name = f"tavview/{key}/{n}"
+            rows.append((frames(n), f"`tavview/{key}`", label, ms(run.wall(name)), ms(run.cpu(name))))
+        rows.append((frames(n), "`limit/copy-selection`", "the 64 markers' samples copied into tracks",
+                     ms(run.wall(f"limit/copy-selection/{n}")), ms(run.cpu(f"limit/copy-selection/{n}"))))
+    return table(["frames", "measure", "input", "wall ms", "CPU ms, all threads"], rows)
 
 
 def plot(run, path):
@@ -393,7 +432,8 @@ def report(args):
         print(f"report.py: {n} did not run: {e}", file=sys.stderr)
     tables = {"machine": machine_table(run, facts), "take": take_table(run), "paint": paint_table(run),
               "peers": peers_table(run), "growth": growth_table(run), "navigation": navigation_table(run),
-              "c3d": c3d_table(run), "edits": edits_table(run), "goals": goals_table(run)}
+              "c3d": c3d_table(run), "edits": edits_table(run), "goals": goals_table(run),
+              "viewer": viewer_table(run)}
     with open(args.template) as f:
         text = fill(f.read(), run, tables)
     with open(args.out, "w") as f:
