@@ -36,7 +36,7 @@ TEST(FramesFrequency, CopiesAndMovesResetItAssignmentKeepsIt)
     }
 }
 
-// Which indices are valid is replayed against a model by the run-list fuzz corpus;
+// Which indices are valid is checked against a model on every input of the store fuzz corpus;
 // here: a read never detaches, a refused write neither.
 TEST(FrameIndex, GetAndSetFrameTakeOnlyValidIndices)
 {
