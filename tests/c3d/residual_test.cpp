@@ -27,6 +27,8 @@ TEST(ResidualRule, GradesAgainstTheTakesSpread)
         // Median 10, deviation 5: good below 32.2, fair below 64.4.
         {"wide", {3, 5, 8, 10, 10, 14, 15, 20, 25},
          {{25, RegionGood}, {32, RegionGood}, {33, RegionFair}, {64, RegionFair}, {65, RegionPoor}}},
+        // An even count: the lower of the middle two is the median (10, deviation 0).
+        {"even", {10, 10, 20, 20}, {{19, RegionGood}, {20, RegionFair}, {40, RegionPoor}}},
     };
     for (const auto& r : rows) {
         C3D::ResidualRule rule;

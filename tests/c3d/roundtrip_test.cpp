@@ -28,75 +28,46 @@ protected:
     }
 };
 
-TEST_F(RoundTrip, MissingSamplesLoseTheirCoordinates)
-{
-    ASSERT_TRUE(writeTestTake(path, testSetup(2, 4), [&](int64_t n, float* v) {
-        for (int k = 0; k < 8; ++k)
-            v[k] = k % 4 == 3 ? C3D::fourthWord(3, 4) : float(n) * 10.5f - float(k);
-        if (n == 2)
-            v[7] = C3D::MissingFourthWord;
-        if (n == 3)
-            v[5] = NAN;
-    }));
-
-    const TAV::Frames take = load();
-    ASSERT_EQ(take.size(), 4);
-    for (int n = 0; n < 4; ++n) {
-        const TAV::Marker& m = take[n].markers[1];
-        const bool missing = n >= 2;
-        EXPECT_EQ(m.cond > 0, !missing) << n;
-        EXPECT_EQ(m.x, missing ? 0.0f : float(n) * 10.5f - 4.0f) << n;
-        EXPECT_EQ(take[n].markers[0].z, float(n) * 10.5f - 2.0f) << n;
-    }
-}
-
-// A take of over a million samples loads in two halves at once: every sample lands
-// in its frame, graded by the residuals of the whole take.
+// More frames than the header's 16 bits hold, and over a million samples, which load
+// in two halves at once: every sample lands in its frame, graded by the residuals of
+// the whole take; a missing sample (by its fourth word or a non-finite coordinate)
+// loses its coordinates.
 TEST_F(RoundTrip, ALargeTakeReadsBackSampleForSample)
 {
-    const int points = 64, frames = 20000;
+    const int points = 16, frames = 70000;
     const auto steps = [](int64_t n, int k) { return int((n * 7 + k) % 23 + (n < frames / 2 ? 1 : 9)); };
-    ASSERT_TRUE(writeTestTake(path, testSetup(points, frames), [&](int64_t n, float* v) {
+    const auto flagged = [](int64_t n, int k) { return (n + k) % 97 == 0; };
+    const auto notFinite = [](int64_t n, int k) { return (n + k) % 89 == 0; };
+    C3D::WriterSetup setup = testSetup(points, frames);
+    setup.firstFrame = 100000;
+    ASSERT_TRUE(writeTestTake(path, setup, [&](int64_t n, float* v) {
         for (int k = 0; k < points; ++k, v += 4) {
             v[0] = float(n), v[1] = float(k), v[2] = 0.5f;
-            v[3] = (n + k) % 97 == 0 ? C3D::MissingFourthWord : C3D::fourthWord(1, steps(n, k));
+            v[3] = flagged(n, k) ? C3D::MissingFourthWord : C3D::fourthWord(1, steps(n, k));
+            if (notFinite(n, k))
+                v[n % 3] = n % 2 ? NAN : INFINITY;
         }
     }));
     C3D::ResidualRule rule;
     for (int64_t n = 0; n < frames; ++n)
         for (int k = 0; k < points; ++k)
-            if ((n + k) % 97 != 0)
+            if (!flagged(n, k) && !notFinite(n, k))
                 rule.count(steps(n, k));
     rule.settle();
 
     const TAV::Frames take = load();
     ASSERT_EQ(take.size(), frames);
+    EXPECT_EQ(take.property<qint64>("firstFrame"), 100000);
     int wrong = 0;
     for (int64_t n = 0; n < frames; ++n)
         for (int k = 0; k < points; ++k) {
             const TAV::Marker& m = take[int(n)].markers[k];
-            const bool missing = (n + k) % 97 == 0;
+            const bool missing = flagged(n, k) || notFinite(n, k);
             wrong += m.id != uint32_t(k) || m.time != n || m.x != (missing ? 0.0f : float(n)) ||
+                     m.y != (missing ? 0.0f : float(k)) ||
                      m.cond != (missing ? C3D::MissingCondition : rule.condition(steps(n, k)));
         }
     EXPECT_EQ(wrong, 0);
-}
-
-TEST_F(RoundTrip, FrameCountsPast16BitsComeFromTheParameters)
-{
-    const int64_t frames = 70000;
-    C3D::WriterSetup s = testSetup(1, frames);
-    s.firstFrame = 100000;
-    ASSERT_TRUE(writeTestTake(path, s, [](int64_t n, float* v) {
-        v[0] = float(n);
-        v[1] = v[2] = 0.0f;
-        v[3] = C3D::fourthWord(1, 1);
-    }));
-    const TAV::Frames take = load();
-    ASSERT_EQ(take.size(), frames);
-    EXPECT_EQ(take.property<qint64>("firstFrame"), 100000);
-    EXPECT_EQ(take.last().markers[0].x, float(frames - 1));
-    EXPECT_EQ(take.last().markers[0].time, frames - 1);
 }
 
 // A take of no frames is still a take of its points.
@@ -119,6 +90,17 @@ TEST(PointNames, OneLabelOnEveryPointGetsSuffixesInOrder)
     EXPECT_EQ(names[0].name, "A");
     EXPECT_EQ(names[1].name, "A#2");
     EXPECT_EQ(names.back().name, "A#65025");
+}
+
+// A label list shorter than the points: the rest are numbered.
+TEST(PointNames, PointsBeyondTheLabelsAreNumbered)
+{
+    C3D::Parameters params;
+    params.add({"POINT", "LABELS", C3D::TypeChar, {1, 2}, {}, {"A", "B"}});
+    const std::vector<C3D::PointDescription> names = C3D::describePoints(params, 3);
+    ASSERT_EQ(names.size(), 3u);
+    EXPECT_EQ(names[1].name, "B");
+    EXPECT_EQ(names[2].name, "P3");
 }
 
 // A valid file with more frames than the store can hold is refused with a reason;

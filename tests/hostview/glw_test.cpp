@@ -1,50 +1,41 @@
 #include "GL/glw.h"
 #include "GL/glwindow.h"
-#include "tests/hostview/probe.h"
 
-#include <QCoreApplication>
+#include <QAction>
 #include <QPointer>
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 
 namespace {
 
-struct Placement {
-    const char* name;
-    int windowWidth, windowHeight; // 0: the view has no window
-    QRectF rect;
-    bool normal;
-    QRectF geometry;
-};
-
-void PrintTo(const Placement& row, std::ostream* os) { *os << row.name; }
-
-class ViewGeometry : public testing::TestWithParam<Placement> {};
-
-TEST_P(ViewGeometry, PlacesTheViewInItsWindow)
+// Fractions of the window below 1, pixels above; a negative x anchors to the right
+// edge of the window, or to 0 without one.
+TEST(GLW, PlacesTheViewInItsWindow)
 {
-    const Placement& row = GetParam();
-    GLWindow window;
-    window.resize(row.windowWidth, row.windowHeight);
-    GLW view;
-    if (row.windowWidth > 0)
-        window.AddView(&view);
-    view.rect = row.rect;
-
-    EXPECT_EQ(view.normal(), row.normal);
-    EXPECT_EQ(view.geometry(), row.geometry);
+    const struct {
+        const char* name;
+        int windowWidth, windowHeight; // 0: the view has no window
+        QRectF rect;
+        bool normal;
+        QRectF geometry;
+    } rows[] = {{"RightHalfInFractions", 800, 600, {0.5, 0, 0.5, 1}, true, {400, 0, 400, 600}},
+                {"NegativeXAnchorsToTheRight", 800, 600, {-10, 0, 200, 100}, false, {590, 0, 200, 100}},
+                {"NegativeFractionAnchorsToo", 800, 600, {-0.25, 0, 0.5, 1}, true, {200, 0, 400, 600}},
+                {"WidthAboveOneMeansPixels", 800, 600, {0.25, 0.5, 1.5, 0.5}, false, {0.25, 0.5, 1.5, 0.5}},
+                {"NoWindowAnchorsToZero", 0, 0, {-10, 0, 200, 100}, false, {-210, 0, 200, 100}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        GLWindow window;
+        window.resize(row.windowWidth, row.windowHeight);
+        GLW view;
+        if (row.windowWidth > 0)
+            window.AddView(&view);
+        view.rect = row.rect;
+        EXPECT_EQ(view.normal(), row.normal);
+        EXPECT_EQ(view.geometry(), row.geometry);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, ViewGeometry,
-    testing::Values(Placement{"RightHalfInFractions", 800, 600, {0.5, 0, 0.5, 1}, true, {400, 0, 400, 600}},
-                    Placement{"NegativeXAnchorsToTheRight", 800, 600, {-10, 0, 200, 100}, false, {590, 0, 200, 100}},
-                    Placement{"NegativeFractionAnchorsToo", 800, 600, {-0.25, 0, 0.5, 1}, true, {200, 0, 400, 600}},
-                    Placement{"WidthAboveOneMeansPixels", 800, 600, {0.25, 0.5, 1.5, 0.5}, false, {0.25, 0.5, 1.5, 0.5}},
-                    Placement{"NoWindowAnchorsToZero", 0, 0, {-10, 0, 200, 100}, false, {-210, 0, 200, 100}}),
-    [](const testing::TestParamInfo<Placement>& i) { return std::string(i.param.name); });
 
 // Both edges belong to the view: the right and bottom ones too.
 TEST(GLW, HitIncludesEveryEdgeAndNothingBeyond)
@@ -93,20 +84,6 @@ TEST(GLW, AMouseActionReplacesTheOneOfTheSameName)
     EXPECT_TRUE(view.DeleteAction("movecursor"));
     EXPECT_FALSE(view.DeleteAction("movecursor"));
     EXPECT_TRUE(view.actions().isEmpty());
-}
-
-TEST(GLW, ViewMouseAndTreePointersCrossQueuedCalls)
-{
-    Probe probe;
-    GLW view;
-    MenuTree tree;
-    Mouse mouse;
-    ASSERT_TRUE(QMetaObject::invokeMethod(&probe, "MoveCursor", Qt::QueuedConnection, Q_ARG(Mouse*, &mouse),
-                                          Q_ARG(bool, true)));
-    ASSERT_TRUE(QMetaObject::invokeMethod(&probe, "InitContextMenuTree", Qt::QueuedConnection, Q_ARG(GLW*, &view),
-                                          Q_ARG(MenuTree*, &tree)));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(probe.calls, (QStringList{"MoveCursor(true)", "InitContextMenuTree"}));
 }
 
 } // namespace

@@ -2,94 +2,75 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <utility>
 #include <vector>
 
 namespace {
 
-struct Camera {
-    const char* name;
-    int align;
-    Vector pos, scale;
-    int w, h;
-    float left, right, top, bottom;
-    float cx, cy;      // a pixel given to Cursor
-    Vector cursor;     // what Cursor maps it to
-};
-
-void PrintTo(const Camera& row, std::ostream* os) { *os << row.name; }
-
-class ViewportArithmetic : public testing::TestWithParam<Camera> {};
-
-TEST_P(ViewportArithmetic, EdgesAndCursorFollowTheAlignment)
-{
-    const Camera& row = GetParam();
-    GL::Viewport v;
-    v.align = row.align;
-    v.pos = row.pos;
-    v.scale = row.scale;
-
-    EXPECT_FLOAT_EQ(v.Left(row.w), row.left);
-    EXPECT_FLOAT_EQ(v.Right(row.w), row.right);
-    EXPECT_FLOAT_EQ(v.Right(row.w, 0.f), row.right) << "the float argument is unused";
-    EXPECT_FLOAT_EQ(v.Top(row.h), row.top);
-    EXPECT_FLOAT_EQ(v.Bottom(row.h), row.bottom);
-    const Vector c = v.Cursor(row.cx, row.cy, row.w, row.h);
-    EXPECT_FLOAT_EQ(c.x, row.cursor.x);
-    EXPECT_FLOAT_EQ(c.y, row.cursor.y);
-    EXPECT_EQ(c.z, 0.f);
-}
-
 using namespace GL;
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, ViewportArithmetic,
-    testing::Values(
+TEST(ViewportArithmetic, EdgesAndCursorFollowTheAlignment)
+{
+    const struct {
+        const char* name;
+        int align;
+        Vector pos, scale;
+        int w, h;
+        float left, right, top, bottom;
+        float cx, cy;  // a pixel given to Cursor
+        Vector cursor; // what Cursor maps it to
+    } rows[] = {
         // The last pixel's centre is (w - 1) / scale from the left edge.
-        Camera{"LeftBottom", AlignLeft | AlignBottom, {10, 20, 0}, {2, 4, 1}, 200, 100, 10, 109.5f, 44.75f, 20,
-               25, 29, {22.5f, 27.25f, 0}},
+        {"LeftBottom", AlignLeft | AlignBottom, {10, 20, 0}, {2, 4, 1}, 200, 100, 10, 109.5f, 44.75f, 20, 25, 29,
+         {22.5f, 27.25f, 0}},
         // Centred edges lie half the size away on both sides: w, not w - 1.
-        Camera{"Centred", AlignCenter, {100, 10, 0}, {2, 4, 1}, 640, 480, -60, 260, 70, -50, 320, 240,
-               {100, 10, 0}},
+        {"Centred", AlignCenter, {100, 10, 0}, {2, 4, 1}, 640, 480, -60, 260, 70, -50, 320, 240, {100, 10, 0}},
         // Top alignment: Top stays at pos while Bottom moves below it by (h - 1) / scale,
         // and Cursor measures y down from the top row.
-        Camera{"TopAlignedBottomIsBelowPos", AlignLeft | AlignTop, {0, 5, 0}, {1, 2, 1}, 50, 101, 0, 49, 5, 55, 3,
-               0, {3, 55, 0}},
+        {"TopAlignedBottomIsBelowPos", AlignLeft | AlignTop, {0, 5, 0}, {1, 2, 1}, 50, 101, 0, 49, 5, 55, 3, 0,
+         {3, 55, 0}},
         // Without a vertical flag neither edge moves: Top tests AlignBottom, Bottom tests AlignTop.
-        Camera{"NoVerticalFlag", AlignLeft, {0, 7, 0}, {1, 1, 1}, 10, 10, 0, 9, 7, 7, 2, 3, {2, 10, 0}}),
-    [](const testing::TestParamInfo<Camera>& i) { return std::string(i.param.name); });
-
-struct Filter {
-    const char* name;
-    float px, py;
-    std::vector<std::pair<size_t, Vector>> points;
-    std::vector<bool> accepted;
-};
-
-void PrintTo(const Filter& row, std::ostream* os) { *os << row.name; }
-
-class PointLOD : public testing::TestWithParam<Filter> {};
-
-TEST_P(PointLOD, LetsThroughPointsThatMovedFarEnough)
-{
-    GL::PLOD4 lod(GetParam().px, GetParam().py);
-    std::vector<bool> accepted;
-    for (const auto& p : GetParam().points)
-        accepted.push_back(lod(p.first, p.second));
-    EXPECT_EQ(accepted, GetParam().accepted);
+        {"NoVerticalFlag", AlignLeft, {0, 7, 0}, {1, 1, 1}, 10, 10, 0, 9, 7, 7, 2, 3, {2, 10, 0}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Viewport v;
+        v.align = row.align;
+        v.pos = row.pos;
+        v.scale = row.scale;
+        EXPECT_FLOAT_EQ(v.Left(row.w), row.left);
+        EXPECT_FLOAT_EQ(v.Right(row.w), row.right);
+        EXPECT_FLOAT_EQ(v.Top(row.h), row.top);
+        EXPECT_FLOAT_EQ(v.Bottom(row.h), row.bottom);
+        const Vector c = v.Cursor(row.cx, row.cy, row.w, row.h);
+        EXPECT_FLOAT_EQ(c.x, row.cursor.x);
+        EXPECT_FLOAT_EQ(c.y, row.cursor.y);
+        EXPECT_EQ(c.z, 0.f);
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, PointLOD,
-    testing::Values(Filter{"FreshFilterDropsAStartNearZero", 4, 1, {{2, {0.5f, 0, 0}}, {4, {0.5f, 0, 0}}}, {false, true}},
-                    Filter{"AnyCoordinateCounts",
-                           10,
-                           1,
-                           {{1, {0, 0, 1}}, {2, {0, 0, 1.5f}}, {3, {0, -1, 1}}, {4, {1, -1, 1}}},
-                           {true, false, true, true}},
-                    Filter{"SmallerFrameIsAHugeStep", 10, 100, {{20, {}}, {5, {}}, {6, {}}}, {true, true, false}},
-                    Filter{"RejectedPointsKeepTheState", 4, 100, {{4, {}}, {6, {}}, {8, {}}}, {true, false, true}}),
-    [](const testing::TestParamInfo<Filter>& i) { return std::string(i.param.name); });
+TEST(PointLOD, LetsThroughPointsThatMovedFarEnough)
+{
+    const struct {
+        const char* name;
+        float px, py;
+        std::vector<std::pair<size_t, Vector>> points;
+        std::vector<bool> accepted;
+    } rows[] = {{"FreshFilterDropsAStartNearZero", 4, 1, {{2, {0.5f, 0, 0}}, {4, {0.5f, 0, 0}}}, {false, true}},
+                {"AnyCoordinateCounts",
+                 10,
+                 1,
+                 {{1, {0, 0, 1}}, {2, {0, 0, 1.5f}}, {3, {0, -1, 1}}, {4, {1, -1, 1}}},
+                 {true, false, true, true}},
+                {"SmallerFrameIsAHugeStep", 10, 100, {{20, {}}, {5, {}}, {6, {}}}, {true, true, false}},
+                {"RejectedPointsKeepTheState", 4, 100, {{4, {}}, {6, {}}, {8, {}}}, {true, false, true}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        PLOD4 lod(row.px, row.py);
+        std::vector<bool> accepted;
+        for (const auto& p : row.points)
+            accepted.push_back(lod(p.first, p.second));
+        EXPECT_EQ(accepted, row.accepted);
+    }
+}
 
 } // namespace

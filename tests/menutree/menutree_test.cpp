@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 
 namespace {
 
@@ -27,50 +26,43 @@ QString describe(const QWidget* menu)
     return parts.join(' ');
 }
 
-struct PathInsert {
-    const char* name;
-    bool withParent; // an entry "a" exists before the insert
-    const char* path;
-    bool withObject;
-    bool inserted;
-    int updates;       // change of the counter by the insert
-    bool removedOnDie; // the destroyed signal reaches the tree
-};
-
-void PrintTo(const PathInsert& row, std::ostream* os) { *os << row.name; }
-
-class MenuTreePaths : public testing::TestWithParam<PathInsert> {};
-
-TEST_P(MenuTreePaths, SplitsThePathAndConnectsTheObject)
+TEST(MenuTree, SplitsThePathAndConnectsTheObject)
 {
-    const PathInsert& row = GetParam();
-    MenuTree tree;
-    if (row.withParent)
-        tree.Insert("a", "A");
-    tree.update = 0;
-    auto action = std::make_unique<QAction>(nullptr);
+    const struct {
+        const char* name;
+        bool withParent; // an entry "a" exists before the insert
+        const char* path;
+        bool withObject;
+        bool inserted;
+        int updates;       // change of the counter by the insert
+        bool removedOnDie; // the destroyed signal reaches the tree
+    } rows[] = {{"MissingParentStillConnects", false, "a.b", true, false, 1, true},
+                {"UnderExistingParent", true, "a.b", true, true, 1, true},
+                {"LeadingDotRefused", true, ".b", true, false, 1, false},
+                {"EmptyPathUntouched", true, "", true, false, 0, false},
+                {"NullObjectUntouched", true, "b", false, false, 0, false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        MenuTree tree;
+        if (row.withParent)
+            tree.Insert("a", "A");
+        tree.update = 0;
+        auto action = std::make_unique<QAction>(nullptr);
 
-    QObject* result = tree.Insert(row.path, row.withObject ? action.get() : nullptr, 0, 0);
-    EXPECT_EQ(result != nullptr, row.inserted);
-    EXPECT_EQ(tree.update, row.updates);
-    if (row.inserted) {
-        EXPECT_EQ(tree.Find(row.path)->object, action.get());
-    }
+        QObject* result = tree.Insert(row.path, row.withObject ? action.get() : nullptr, 0, 0);
+        EXPECT_EQ(result != nullptr, row.inserted);
+        EXPECT_EQ(tree.update, row.updates);
+        if (row.inserted) {
+            EXPECT_EQ(tree.Find(row.path)->object, action.get());
+        }
 
-    action.reset();
-    EXPECT_EQ(tree.update, row.updates + (row.removedOnDie ? 1 : 0));
-    if (row.inserted) {
-        EXPECT_EQ(tree.Find(row.path), nullptr);
+        action.reset();
+        EXPECT_EQ(tree.update, row.updates + (row.removedOnDie ? 1 : 0));
+        if (row.inserted) {
+            EXPECT_EQ(tree.Find(row.path), nullptr);
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Rows, MenuTreePaths,
-                         testing::Values(PathInsert{"MissingParentStillConnects", false, "a.b", true, false, 1, true},
-                                         PathInsert{"UnderExistingParent", true, "a.b", true, true, 1, true},
-                                         PathInsert{"LeadingDotRefused", true, ".b", true, false, 1, false},
-                                         PathInsert{"EmptyPathUntouched", true, "", true, false, 0, false},
-                                         PathInsert{"NullObjectUntouched", true, "b", false, false, 0, false}),
-                         [](const testing::TestParamInfo<PathInsert>& i) { return std::string(i.param.name); });
 
 TEST(MenuTree, DestroyedObjectLeavesEveryPathWithOneConnection)
 {

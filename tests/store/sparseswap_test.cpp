@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 
 namespace {
 
@@ -17,42 +16,36 @@ TAV::Markers editedTrack(const std::vector<int64_t>& times)
 
 float xAt(const TAV::Frames& s, int frame, int id) { return s.at(frame).markers.at(id).x; }
 
-struct Stop {
-    const char* name;
-    std::vector<int64_t> times;
-    int swapped; // samples exchanged before the stop
-};
-
-void PrintTo(const Stop& row, std::ostream* os) { *os << row.name; }
-
-class SparseSwapStops : public testing::TestWithParam<Stop> {};
-
 // The first sample whose time names no frame, or whose id the frame lacks, ends the
 // swap with false; exchanges made before it stay, none is made after it.
-TEST_P(SparseSwapStops, AtTheFirstSampleWithoutAPlace)
+TEST(SparseSwapStops, AtTheFirstSampleWithoutAPlace)
 {
-    TAV::Frames s = denseStore(4, 3);
-    s[3].markers = markers({0, 2}, 3);
-    const TAV::Frames before = s;
-    TAV::Markers track = editedTrack(GetParam().times);
+    const struct {
+        const char* name;
+        std::vector<int64_t> times;
+        int swapped; // samples exchanged before the stop
+    } rows[] = {{"PastTheEnd", {0, 2, 4, 1}, 2}, {"NegativeTime", {-1, 0}, 0}, {"AbsentId", {0, 3, 1}, 1},
+                {"EmptyTrack", {}, 0}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        TAV::Frames s = denseStore(4, 3);
+        s[3].markers = markers({0, 2}, 3);
+        const TAV::Frames before = s;
+        TAV::Markers track = editedTrack(row.times);
 
-    EXPECT_FALSE(TAV::sparse_swap(track, s));
+        EXPECT_FALSE(TAV::sparse_swap(track, s));
 
-    for (int i = 0; i < track.size(); ++i) {
-        const int64_t t = track.at(i).time;
-        const bool swapped = i < GetParam().swapped;
-        EXPECT_EQ(track.at(i).x, swapped ? float(100 * t + 1) : float(1000 + t)) << "sample " << i;
-        if (swapped) {
-            EXPECT_EQ(xAt(s, int(t), 1), float(1000 + t));
+        for (int i = 0; i < track.size(); ++i) {
+            const int64_t t = track.at(i).time;
+            const bool swapped = i < row.swapped;
+            EXPECT_EQ(track.at(i).x, swapped ? float(100 * t + 1) : float(1000 + t)) << "sample " << i;
+            if (swapped) {
+                EXPECT_EQ(xAt(s, int(t), 1), float(1000 + t));
+            }
         }
+        EXPECT_EQ(s.isSharedWith(before), row.swapped == 0) << "only a write detaches";
     }
-    EXPECT_EQ(s.isSharedWith(before), GetParam().swapped == 0) << "only a write detaches";
 }
-
-INSTANTIATE_TEST_SUITE_P(Store, SparseSwapStops,
-                         testing::Values(Stop{"PastTheEnd", {0, 2, 4, 1}, 2}, Stop{"NegativeTime", {-1, 0}, 0},
-                                         Stop{"AbsentId", {0, 3, 1}, 1}, Stop{"EmptyTrack", {}, 0}),
-                         [](const testing::TestParamInfo<Stop>& i) { return std::string(i.param.name); });
 
 TEST(SparseSwap, SwappingTwiceRestoresBothSides)
 {
