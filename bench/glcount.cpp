@@ -78,6 +78,21 @@ void glDisable(GLenum) { ++tally.calls; }
 void glShadeModel(GLenum) { ++tally.calls; }
 void glBlendFunc(GLenum, GLenum) { ++tally.calls; }
 
+// A vertex array drawn is one block of its vertices.
+void glPushClientAttrib(GLbitfield) { ++tally.calls; }
+void glPopClientAttrib() { ++tally.calls; }
+void glEnableClientState(GLenum) { ++tally.calls; }
+void glDisableClientState(GLenum) { ++tally.calls; }
+void glVertexPointer(GLint, GLenum, GLsizei, const void*) { ++tally.calls; }
+void glColorPointer(GLint, GLenum, GLsizei, const void*) { ++tally.calls; }
+void glDrawArrays(GLenum, GLint, GLsizei count)
+{
+    ++tally.calls;
+    ++tally.blocks;
+    ++tally.ends;
+    tally.vertices += count;
+}
+
 // Queries: not counted, answered from the modelled window.
 void glGetIntegerv(GLenum name, GLint* data)
 {

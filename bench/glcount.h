@@ -1,14 +1,14 @@
 #pragma once
-// Counting the immediate-mode calls of a paint. Linked into an executable, this
+// Counting the GL calls of a paint. Linked into an executable, this
 // library's GL entry points take the place of libGL's for the code linked into it,
 // the graph module's included: each call is counted and nothing is drawn. Only
 // for an executable that does no real GL work.
 namespace glcount {
 
 struct Counts {
-    long long vertices = 0; // glVertex*
-    long long blocks = 0;   // glBegin (each ends in one glEnd)
-    long long ends = 0;     // glEnd
+    long long vertices = 0; // glVertex*, and those of glDrawArrays
+    long long blocks = 0;   // glBegin (each ends in one glEnd), glDrawArrays
+    long long ends = 0;     // glEnd, glDrawArrays
     long long calls = 0;    // every counted entry point
 };
 

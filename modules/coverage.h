@@ -58,10 +58,22 @@ private:
     double m;
     int x0, y0, w, h;             // the bitmap: the view widened by a few pixels, where
                                   // big points near the edges still write
-    int words;                    // 64-bit words per row
+    int words;                    // 64-bit words per column: zoomed out, what is asked
+                                  // about is narrow and tall, a word or two per column
     std::vector<uint64_t> bits;
+    bool aligned;                 // data x maps to window x and data y to window y
+
+    // Boxes lately found all certain. Pixels only ever become certain, so a box
+    // inside one of them is too; zoomed out, one sample after another asks about
+    // the same few pixels.
+    struct Box {
+        int i0 = 1, i1 = 0, j0 = 1, j1 = 0;
+    };
+    mutable Box recent[4];
+    mutable int nextRecent = 0;
 
     bool allCertain(int i0, int i1, int j0, int j1) const;
+    bool bitsCertain(int i0, int i1, int j0, int j1) const;
     bool boxCovered(double x0, double x1, double y0, double y1, double reach) const;
     void mark(int i0, int i1, int j0, int j1);
     void markPixel(int i, int j);

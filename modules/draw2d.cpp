@@ -1,8 +1,10 @@
 // The paint entry: the state block around points, lines, runs and cursor.
 #include "modules/drawprimitives.h"
 #include "modules/drawvisible.h"
+#include "modules/fasttracks.h"
 #include "modules/paintcache.h"
 #include "modules/tavgraph.h"
+#include "modules/trackindex.h"
 #include "utils/saturate.h"
 
 #include "modules/core/contract.h"
@@ -61,9 +63,9 @@ void TAVGraph::Draw2D(GLW* glw)
     }
     if (!replayed) {
         if (fast) {
-            Coverage* c = coverage ? &*coverage : nullptr;
-            drawVisibleTrackPoints(*this, *glw, c);
-            drawVisibleTrackLines(*this, *glw, c);
+            if (!trackIndexes)
+                trackIndexes = std::make_unique<TrackIndexes>();
+            drawFastTracks(*this, *glw, coverage ? &*coverage : nullptr, *trackIndexes);
         } else {
             drawTrackPoints(glw);
             drawTrackLines(glw);

@@ -2,6 +2,7 @@
 // small slots that only store a value or ask for a repaint.
 #include "modules/tavgraph.h"
 #include "modules/paintcache.h"
+#include "modules/trackindex.h"
 
 #include "modules/core/contract.h"
 #include "modules/core/framex.h"

@@ -28,6 +28,7 @@
 #include <memory>
 
 class FastPaintCache;
+class TrackIndexes;
 
 extern "C" Q_DECL_EXPORT int init(QObject* lib);
 
@@ -144,4 +145,5 @@ private:
     void drawCursor(GLW* glw);
 
     std::unique_ptr<FastPaintCache> fastPaint; // the last fast paint, for cursor-only repaints
+    std::unique_ptr<TrackIndexes> trackIndexes; // what fast paints know of the tracks' samples
 };

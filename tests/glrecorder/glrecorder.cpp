@@ -119,6 +119,34 @@ void GLAPIENTRY glBlendFunc(GLenum sfactor, GLenum dfactor)
     glrec::record("glBlendFunc", {double(sfactor), double(dfactor)});
 }
 
+// Vertex arrays are recorded as the immediate-mode block they draw: begin, each
+// vertex preceded by its colour where that changed, end.
+namespace {
+struct ClientArrays {
+    const GLfloat* vertices = nullptr;
+    const GLfloat* colours = nullptr;
+} arrays;
+} // namespace
+
+void GLAPIENTRY glPushClientAttrib(GLbitfield) {}
+void GLAPIENTRY glPopClientAttrib(void) { arrays = ClientArrays(); }
+void GLAPIENTRY glEnableClientState(GLenum) {}
+void GLAPIENTRY glDisableClientState(GLenum) {}
+void GLAPIENTRY glVertexPointer(GLint, GLenum, GLsizei, const void* p) { arrays.vertices = static_cast<const GLfloat*>(p); }
+void GLAPIENTRY glColorPointer(GLint, GLenum, GLsizei, const void* p) { arrays.colours = static_cast<const GLfloat*>(p); }
+void GLAPIENTRY glDrawArrays(GLenum mode, GLint first, GLsizei count)
+{
+    glrec::record("glBegin", {double(mode)});
+    for (GLsizei i = first; i < first + count; ++i) {
+        const GLfloat* c = arrays.colours + 3 * i;
+        if (i == first || c[0] != c[-3] || c[1] != c[-2] || c[2] != c[-1])
+            glrec::record("glColor3f", {c[0], c[1], c[2]});
+        const GLfloat* v = arrays.vertices + 3 * i;
+        glrec::record("glVertex3f", {v[0], v[1], v[2]});
+    }
+    glrec::record("glEnd", {});
+}
+
 // Queries are not drawing: they go unrecorded and find no state set, as in a
 // context that has no depth buffer, so the fast paint sends everything.
 void GLAPIENTRY glGetIntegerv(GLenum, GLint* data) { data[0] = 0; }
@@ -153,6 +181,13 @@ bool bound(std::string* which)
         {"glGetDoublev", reinterpret_cast<void*>(&glGetDoublev)},
         {"glGetBooleanv", reinterpret_cast<void*>(&glGetBooleanv)},
         {"glIsEnabled", reinterpret_cast<void*>(&glIsEnabled)},
+        {"glPushClientAttrib", reinterpret_cast<void*>(&glPushClientAttrib)},
+        {"glPopClientAttrib", reinterpret_cast<void*>(&glPopClientAttrib)},
+        {"glEnableClientState", reinterpret_cast<void*>(&glEnableClientState)},
+        {"glDisableClientState", reinterpret_cast<void*>(&glDisableClientState)},
+        {"glVertexPointer", reinterpret_cast<void*>(&glVertexPointer)},
+        {"glColorPointer", reinterpret_cast<void*>(&glColorPointer)},
+        {"glDrawArrays", reinterpret_cast<void*>(&glDrawArrays)},
     };
     for (const auto& e : entries) {
         if (dlsym(RTLD_DEFAULT, e.first) != e.second) {

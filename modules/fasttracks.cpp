@@ -1,0 +1,386 @@
+// The fast drawing of track points and lines. Every point comes before every
+// segment, as in the exact drawing: the points of all tracks are walked first,
+// then the segments, each culled against what was certainly written before it. A
+// track's index lets either walk pass over blocks of samples that can add no
+// pixel; what is left is sent as vertex arrays.
+#include "modules/fasttracks.h"
+
+#include "GL/gl.h"
+#include "modules/drawvisible.h"
+#include "modules/tavgraph.h"
+#include "modules/trackindex.h"
+#include "modules/trackpaint.h"
+#include "modules/vertexlist.h"
+
+#include "modules/core/contract.h"
+#include "modules/core/framex.h"
+#include "modules/core/shown.h"
+#include "modules/core/trackoffsets.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+// The x range in which a point of this paint can still touch a pixel of the
+// view: the edges widened by half a point and one pixel more.
+struct XWindow {
+    double lo, hi;
+};
+
+XWindow visibleX(const PointPaint& s, const GLW& glw)
+{
+    const ViewEdges& e = s.view;
+    const double perPixel = std::max(std::fabs(double(e.right) - e.left) / std::max(e.w - 1, 1),
+                                     1.0 / std::fabs(double(glw.viewport.scale.x)));
+    const double margin = (s.size * 0.5 + 1.0) * perPixel;
+    return {std::min(e.left, e.right) - margin, std::max(e.left, e.right) + margin};
+}
+
+// Sets the fresh filter to its state just before sample `begin` and returns
+// `begin` when that state is certain without walking there; otherwise returns 0,
+// the start of the walk. Times ascend and x is never negative here.
+template <class T>
+int filterFrom(const T* d, int begin, bool fill, PointFilter& lod, OffsetOf& offset, int64_t offsetX)
+{
+    int k = begin - 1;
+    while (k >= 0 && !pointShown(d[k], fill))
+        --k;
+    if (k < 0)
+        return begin; // the filter sees nothing before the window
+    int before = k - 1;
+    while (before >= 0 && !pointShown(d[before], fill))
+        --before;
+    const T& m = d[k];
+    const Lanes p = lanesOf(m) - lanesOf(offset(m.id));
+    const uint64_t n = uint64_t(frameX(m.time, offsetX));
+    if (before < 0) {
+        lod(n, p); // the only sample the filter sees before the window
+        return begin;
+    }
+    // Sample k moved at least the x step since the drawn sample before it, so
+    // the filter accepted it whatever it had accepted earlier.
+    if (lod.stepsX(uint64_t(frameX(d[before].time, offsetX)), n)) {
+        lod.take(n, p);
+        return begin;
+    }
+    return 0;
+}
+
+// What the walks of one paint share.
+struct Paint {
+    const TAVGraph& g;
+    PointPaint ps;
+    LinePaint ls;
+    XWindow window;
+    bool rgbLines;
+    bool lines;         // segments are drawn
+    Coverage* culling;  // what is certainly written; none: nothing is culled
+    bool cullPoints;    // points are culled: GL draws them at the size asked
+};
+
+// The points of one track: the filter sees every shown sample from where its state
+// is certain, and the points it lets through within the view's window are sent.
+template <class T>
+class PointWalk {
+public:
+    PointWalk(const Paint& p, const QVector<T>& data, const IdMap<Vector>& offsets, bool rb, VertexList& out)
+        : p(p), d(data.constData()), lod(p.ps.px, p.ps.py), offset(offsets), rb(rb), out(out)
+    {
+        const int size = data.size();
+        const int64_t offsetX = p.g.offsetX;
+        to = size;
+        // Samples come in frame order. When their x stays within [0, 2^31) it
+        // ascends with them, so the window is one stretch and nothing after it shows.
+        const int64_t firstX = frameX(d[0].time, offsetX), lastX = frameX(d[size - 1].time, offsetX);
+        if (firstX >= 0 && firstX <= lastX && lastX <= std::numeric_limits<int32_t>::max()) {
+            const auto x = [offsetX](const T& m) { return double(float(frameX32(m.time, offsetX))); };
+            const XWindow& w = p.window;
+            const int begin = int(std::partition_point(d, d + size, [&](const T& m) { return x(m) < w.lo; }) - d);
+            to = int(std::partition_point(d + begin, d + size, [&](const T& m) { return x(m) <= w.hi; }) - d);
+            from = p.ps.lod ? filterFrom(d, begin, p.ps.fill, lod, offset, offsetX) : begin;
+        }
+    }
+
+    int first() const { return from; }
+    int end() const { return to; }
+
+    // The axes on which a point of the block may still add a pixel.
+    int axes(const SampleBlock& block)
+    {
+        const int all = p.ps.channels & 7;
+        if (!p.cullPoints || !block.finite)
+            return all;
+        if (block.empty())
+            return 0;
+        const int64_t x0 = frameX(block.timeLo, p.g.offsetX), x1 = frameX(block.timeHi, p.g.offsetX);
+        if (!block.oneId || x0 < std::numeric_limits<int32_t>::min() || x1 > std::numeric_limits<int32_t>::max())
+            return all;
+        const Vector o = offset(block.id);
+        int axes = all;
+        for (int axis = 0; axis < 3; ++axis)
+            if ((axes & (1 << axis)) && p.culling->pointsCovered(float(int32_t(x0)), float(int32_t(x1)),
+                                                                 block.lo[axis] - o[axis], block.hi[axis] - o[axis],
+                                                                 p.ps.size))
+                axes &= ~(1 << axis);
+        return axes;
+    }
+
+    // Samples [a, b) of `block` send no point, but the filter sees them. Most of a
+    // zoomed-out take goes through here, so the filter's state is kept in locals,
+    // and where the block's times cannot make the x step, only its coordinates
+    // are tested.
+    void pass(int a, int b, const SampleBlock& block)
+    {
+        if (!p.ps.lod)
+            return;
+        const int64_t x0 = frameX(block.timeLo, p.g.offsetX), x1 = frameX(block.timeHi, p.g.offsetX);
+        const bool noStep = block.ascending && x0 >= 0 && lod.noStepWithin(uint64_t(x0), uint64_t(x1));
+        if (block.oneId)
+            lod = noStep ? filtered<true, false>(lod, d + a, d + b, block.id)
+                         : filtered<true, true>(lod, d + a, d + b, block.id);
+        else
+            lod = filtered<false, true>(lod, d + a, d + b, d[a].id);
+    }
+
+    // The filter after it saw the shown samples of [m, end), of which those of
+    // `oneId` all carry `id`, and of `steps` may make the x step.
+    template <bool oneId, bool steps>
+    PointFilter filtered(PointFilter f, const T* m, const T* end, uint32_t id)
+    {
+        const bool fill = p.ps.fill;
+        const int64_t offsetX = p.g.offsetX;
+        Lanes o = lanesOf(offset(id));
+        for (; m != end; ++m) {
+            if (!pointShown(*m, fill))
+                continue;
+            if (!oneId && m->id != id) {
+                id = m->id;
+                o = lanesOf(offset(id));
+            }
+            if (steps)
+                f(uint64_t(frameX(m->time, offsetX)), lanesOf(*m) - o);
+            else
+                f.moved(uint64_t(frameX(m->time, offsetX)), lanesOf(*m) - o);
+        }
+        return f;
+    }
+
+    void samples(int a, int b, int axes)
+    {
+        const int64_t offsetX = p.g.offsetX;
+        for (int i = a; i < b; ++i) {
+            const T& m = d[i];
+            if (!pointShown(m, p.ps.fill))
+                continue;
+            const Lanes v = lanesOf(m) - lanesOf(offset(m.id));
+            if (p.ps.lod && !lod(uint64_t(frameX(m.time, offsetX)), v))
+                continue;
+            const float x = float(frameX32(m.time, offsetX));
+            if (!(double(x) >= p.window.lo && double(x) <= p.window.hi))
+                continue;
+            for (int axis = 0; axis < 3; ++axis)
+                if ((axes & (1 << axis)) && (!p.cullPoints || p.culling->point(x, v[axis], p.ps.size)))
+                    out.add(x, v[axis], vertexColor(axis, p.ps.rgb, rb));
+        }
+    }
+
+private:
+    const Paint& p;
+    const T* d;
+    int from = 0, to = 0;
+    PointFilter lod;
+    OffsetOf offset;
+    bool rb;
+    VertexList& out;
+};
+
+// The segments of one track: from the first sample in the view (joined to the one
+// before it) up to the first one right of the view.
+template <class T>
+class LineWalk {
+public:
+    LineWalk(const Paint& p, const QVector<T>& data, VertexList& out)
+        : p(p), d(data.constData()), offset(lineOffset(p.g, d[0].id)), out(out)
+    {
+        const int size = data.size();
+        const int64_t offsetX = p.g.offsetX;
+        from = firstAtOrRightOf(d, size, p.ls.left, offsetX);
+        to = int(std::partition_point(d + from, d + size,
+                                      [&](const T& m) { return !(float(frameX(m.time, offsetX)) > p.ls.right); }) -
+                 d);
+        // Before the first sample there is no predecessor: starting with the sample
+        // itself is the same, since a segment needs strictly increasing time.
+        last = from > 0 ? d + from - 1 : d;
+    }
+
+    int first() const { return from; }
+    int end() const { return to; }
+
+    // The axes on which a segment of the block, or the one into it, may still add
+    // a pixel.
+    int axes(const SampleBlock& block)
+    {
+        const int all = p.ps.channels & 7;
+        if (!p.culling || !block.finite)
+            return all;
+        double x0 = HUGE_VAL, x1 = -HUGE_VAL;
+        float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
+        if (!block.empty()) {
+            x0 = double(frameX(block.timeLo, p.g.offsetX));
+            x1 = double(frameX(block.timeHi, p.g.offsetX));
+            std::copy(block.lo, block.lo + 3, lo);
+            std::copy(block.hi, block.hi + 3, hi);
+        }
+        if (!(last->cond <= 0)) {
+            const Vector v(*last);
+            const double x = double(frameX(last->time, p.g.offsetX));
+            x0 = std::min(x0, x);
+            x1 = std::max(x1, x);
+            for (int axis = 0; axis < 3; ++axis) {
+                if (!std::isfinite(v[axis]))
+                    return all;
+                lo[axis] = std::min(lo[axis], v[axis]);
+                hi[axis] = std::max(hi[axis], v[axis]);
+            }
+        }
+        if (x0 > x1)
+            return 0; // nothing valid: no segment
+        int axes = all;
+        for (int axis = 0; axis < 3; ++axis)
+            if ((axes & (1 << axis)) &&
+                p.culling->segmentsCovered(x0, x1, lo[axis] - offset[axis], hi[axis] - offset[axis]))
+                axes &= ~(1 << axis);
+        return axes;
+    }
+
+    void pass(int, int b, const SampleBlock&) { last = d + b - 1; }
+
+    void samples(int a, int b, int axes)
+    {
+        const int64_t offsetX = p.g.offsetX;
+        for (int i = a; i < b; ++i) {
+            const T& m = d[i];
+            if (!(p.ls.left > float(frameX(m.time, offsetX))) && joins(*last, m))
+                segment(double(frameX(last->time, offsetX)), double(frameX(m.time, offsetX)), Vector(*last) - offset,
+                        Vector(m) - offset, axes);
+            last = &m;
+        }
+    }
+
+private:
+    const Paint& p;
+    const T* d;
+    int from = 0, to = 0;
+    const T* last;
+    Vector offset;
+    VertexList& out;
+
+    void segment(double x0, double x1, const Vector& v0, const Vector& v1, int axes)
+    {
+        for (int axis = 0; axis < 3; ++axis) {
+            if (!(axes & (1 << axis)) || (p.culling && !p.culling->segment(x0, v0[axis], x1, v1[axis])))
+                continue;
+            const ColorRGB c = vertexColor(axis, p.rgbLines);
+            out.add(float(x0), v0[axis], c);
+            out.add(float(x1), v1[axis], c);
+        }
+    }
+};
+
+// Block i of a level: when nothing in it can add a pixel, the walk passes over it;
+// otherwise it looks at its blocks one level down, and at the lowest level at each
+// sample, on the axes that can still add one.
+template <class Walk>
+void visit(Walk& w, const TrackIndex& index, int level, int i)
+{
+    const int64_t span = TrackIndex::span(level);
+    const int a = int(std::max<int64_t>(i * span, w.first()));
+    const int b = int(std::min<int64_t>((i + 1) * span, w.end()));
+    if (a >= b)
+        return;
+    const SampleBlock& block = index.block(level, i);
+    const int axes = w.axes(block);
+    if (!axes)
+        w.pass(a, b, block);
+    else if (level == 0)
+        w.samples(a, b, axes);
+    else
+        for (int c = i * TrackIndex::fan; c < std::min(index.count(level - 1), (i + 1) * TrackIndex::fan); ++c)
+            visit(w, index, level - 1, c);
+}
+
+template <class Walk>
+void walk(Walk& w, const TrackIndex* index, int channels)
+{
+    if (w.first() >= w.end())
+        return;
+    if (index)
+        visit(w, *index, index->levels() - 1, 0);
+    else
+        w.samples(w.first(), w.end(), channels & 7);
+}
+
+} // namespace
+
+PointFilter::PointFilter(float px, float py) : py(splat(py))
+{
+    // float(d) grows with d, so float(d) >= px holds from some least d on.
+    uint64_t lo = 0, hi = std::numeric_limits<uint64_t>::max();
+    if (!(float(hi) >= px)) {
+        never = true;
+        return;
+    }
+    while (lo < hi) {
+        const uint64_t mid = lo + (hi - lo) / 2;
+        if (float(mid) >= px)
+            hi = mid;
+        else
+            lo = mid + 1;
+    }
+    step = lo;
+}
+
+void drawFastTracks(const TAVGraph& g, const GLW& glw, Coverage* coverage, TrackIndexes& indexes)
+{
+    Paint p{g, pointPaint(g, glw), linePaint(g, glw), {}, g.property<bool>(GraphProperty::enableRGB), false,
+            coverage, false};
+    p.window = visibleX(p.ps, glw);
+    p.lines = p.ls.draw && p.ls.left <= p.ls.right;
+    p.cullPoints = coverage && pointSizeExact(p.ps.size);
+
+    const auto shows = [&g](bool kind, const QList<int>& own, uint32_t id) {
+        return kind && trackShown(own, g.markers, g.rigids, id);
+    };
+    const int channels = p.ps.channels;
+    VertexList points, segments;
+    for (int i = 0; i < g.tracks.size(); ++i) {
+        const TAV::Frame& f = g.tracks.at(i);
+        if (shows(p.ps.markers, g.markers, f.id) && !f.markers.isEmpty()) {
+            PointWalk<TAV::Marker> w(p, f.markers, g.trackOffsets, false, points);
+            walk(w, p.cullPoints ? &indexes.markers(g.tracks, i) : nullptr, channels);
+        }
+        if (shows(p.ps.rigids, g.rigids, f.id) && !f.rigids.isEmpty()) {
+            PointWalk<TAV::Rigid> w(p, f.rigids, g.rbtrackOffsets, true, points);
+            walk(w, p.cullPoints ? &indexes.rigids(g.tracks, i) : nullptr, channels);
+        }
+    }
+    for (int i = 0; p.lines && i < g.tracks.size(); ++i) {
+        const TAV::Frame& f = g.tracks.at(i);
+        if (shows(p.ps.markers, g.markers, f.id) && !f.markers.isEmpty()) {
+            LineWalk<TAV::Marker> w(p, f.markers, segments);
+            walk(w, coverage ? &indexes.markers(g.tracks, i) : nullptr, channels);
+        }
+        if (shows(p.ps.rigids, g.rigids, f.id) && !f.rigids.isEmpty()) {
+            LineWalk<TAV::Rigid> w(p, f.rigids, segments);
+            walk(w, coverage ? &indexes.rigids(g.tracks, i) : nullptr, channels);
+        }
+    }
+
+    glPointSize(float(p.ps.size));
+    points.draw(GL_POINTS);
+    glPointSize(1.0f);
+    if (p.lines)
+        segments.draw(GL_LINES);
+}
