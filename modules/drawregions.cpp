@@ -122,49 +122,45 @@ void TAVGraph::drawRegions(GLW* glw)
     glPopAttrib();
 }
 
+namespace {
+
+// What the runs' bands leave in one pixel column, as far as the cull can tell: the
+// column keeps the first band whose span holds its centre.
+struct Column {
+    bool settled = false; // a band certainly holds the centre: later ones are hidden
+    bool mixed = false;   // bands of different types may hold it first
+    int type = -1;        // the type of those that may
+};
+
+} // namespace
+
 // The runs' bands are full height at one depth, drawn after the tracks: a pixel
-// column keeps the first band that reaches it. A band is sent only when it can
-// reach a column no earlier band certainly covers, and a band of the same colour
-// that starts exactly where the previous one sent ends extends it.
+// column keeps the first band whose span holds its centre. Where that band is
+// certain, or all bands that may be first there have one type, the column's colour
+// is known: such columns are drawn as whole-pixel quads, neighbours of one type in
+// one quad. A band that may be first in a column whose colour is not known is sent
+// as it is, after those quads, in the order of the runs. Either way a column gets
+// the colour GL gives it in the exact drawing: the quads only ever lie under bands
+// of their own type.
 bool drawVisibleRegions(const TAVGraph& g, const GLW& glw, const Coverage& coverage)
 {
     if (g.regions.empty())
         return true;
     const ViewEdges e = viewEdges(glw);
     const WindowMap& map = coverage.windowMap();
-    if (pointExtraWidth(g, e) < 1.0 || map.bx != 0 || !(map.ax > 0))
+    const double m = coverage.margin();
+    if (pointExtraWidth(g, e) < 1.0 || map.bx != 0 || !(map.ax > 0) || !(m < 0.25))
         return false; // outlines are drawn per run, or x is not a column
     const PixelRect& view = coverage.pixels();
-    const double m = coverage.margin();
-    std::vector<char> covered(size_t(std::max(view.w, 0)), 0);
-    const auto column = [&](double wx) { return wx - view.x - 0.5; }; // pixel i's centre at column(...) == i
+    const int width = std::max(view.w, 0);
+    std::vector<Column> columns(static_cast<size_t>(width));
+    const auto column = [&](double t) { return map.ax * t + map.cx - view.x - 0.5; }; // pixel i's centre at i
 
-    glPushAttrib(GL_ALL_ATTRIB_BITS);
-    glPolygonMode(GL_FRONT, GL_FILL);
-    drawWorkingRange(g, e);
-
-    glBegin(GL_QUADS);
-    bool pending = false;
-    double p0 = 0, p1 = 0;
-    int pType = 0;
-    const auto flush = [&] {
-        if (!pending)
-            return;
-        const ColorRGB c = typeColor(pType);
-        glColor4f(c.r, c.g, c.b, 0.5f);
-        glVertex3d(p0, e.top, 0.0);
-        glVertex3d(p0, e.bottom, 0.0);
-        glVertex3d(p1, e.bottom, 0.0);
-        glVertex3d(p1, e.top, 0.0);
-        pending = false;
+    struct Band {
+        double t0, t1;
+        int type;
     };
-    // Bands that follow each other edge to edge (the same double) leave no pixel
-    // centre between them uncovered: GL fills a shared edge once. So every centre
-    // inside such a chain, by more than the margin, is certainly written, however
-    // narrow its bands are.
-    double chainFrom = 0, chainTo = 0, chainEnd = std::nan("");
-    double markedTo = -1; // the last column marked in the current chain
-    const double last = double(view.w) - 1;
+    std::vector<Band> asSent;
     const double offset = 0.5 * g.period;
     for (const Pair& region : g.regions) {
         const double rend = region.end() * g.period;
@@ -172,39 +168,57 @@ bool drawVisibleRegions(const TAVGraph& g, const GLW& glw, const Coverage& cover
             continue;
         const double rbegin = region.begin() * g.period;
         const double t0 = rbegin - offset, t1 = rend + offset;
-        const double w0 = column(map.ax * t0 + map.cx), w1 = column(map.ax * t1 + map.cx);
-        const double lo = std::max(std::ceil(w0 - m), 0.0), hi = std::min(std::floor(w1 + m), last);
-        bool adds = !std::isfinite(w0) || !std::isfinite(w1); // left to GL
-        for (double i = lo; i <= hi && !adds; ++i)
-            adds = !covered[size_t(i)];
-        if (adds) {
-            if (!(pending && pType == region.type && p1 == t0)) {
-                flush();
-                pending = true;
-                p0 = t0;
-                pType = region.type;
-            }
-            p1 = t1;
-        } else {
-            flush();
+        const double w0 = column(t0), w1 = column(t1);
+        const bool finite = std::isfinite(w0) && std::isfinite(w1);
+        // Columns whose centre the band may hold, and those it certainly holds.
+        const int p0 = finite ? int(std::max(std::ceil(w0 - m), 0.0)) : 0;
+        const int p1 = finite ? int(std::min(std::floor(w1 + m), double(width - 1))) : width - 1;
+        const double c0 = finite ? std::ceil(w0 + m) : 1, c1 = finite ? std::floor(w1 - m) : 0;
+        bool send = false;
+        for (int i = p0; i <= p1; ++i) {
+            Column& c = columns[size_t(i)];
+            if (c.settled)
+                continue;
+            c.mixed = c.mixed || (c.type >= 0 && c.type != region.type);
+            c.type = region.type;
+            const bool certain = i >= c0 && i <= c1;
+            c.settled = certain;
+            send = send || !certain || c.mixed;
         }
-        // A band left out adds no centre that is not certain already, so the chain
-        // goes on through it.
-        if (t0 == chainEnd) {
-            chainTo = w1;
-        } else {
-            chainFrom = w0;
-            chainTo = w1;
-            markedTo = std::ceil(chainFrom + m) - 1;
-        }
-        chainEnd = t1;
-        for (double i = std::max(markedTo + 1, 0.0); i <= std::min(std::floor(chainTo - m), last); ++i)
-            covered[size_t(i)] = 1;
-        markedTo = std::max(markedTo, std::floor(chainTo - m));
+        if (send)
+            asSent.push_back(Band{t0, t1, region.type});
         if (rbegin > double(e.right))
-            break;
+            break; // runs are ordered by begin: no later one is visible
     }
-    flush();
+
+    glPushAttrib(GL_ALL_ATTRIB_BITS);
+    glPolygonMode(GL_FRONT, GL_FILL);
+    drawWorkingRange(g, e);
+    glBegin(GL_QUADS);
+    const auto quad = [&e](double t0, double t1, int type) {
+        const ColorRGB c = typeColor(type);
+        glColor4f(c.r, c.g, c.b, 0.5f);
+        glVertex3d(t0, e.top, 0.0);
+        glVertex3d(t0, e.bottom, 0.0);
+        glVertex3d(t1, e.bottom, 0.0);
+        glVertex3d(t1, e.top, 0.0);
+    };
+    // Pixel i spans window x view.x + i to view.x + i + 1: a quad between those
+    // edges holds exactly the centres of its columns.
+    const auto edge = [&](int i) { return (view.x + i - map.cx) / map.ax; };
+    for (int i = 0; i < width;) {
+        const Column& c = columns[size_t(i)];
+        int j = i + 1;
+        if (c.settled && !c.mixed) {
+            while (j < width && columns[size_t(j)].settled && !columns[size_t(j)].mixed &&
+                   columns[size_t(j)].type == c.type)
+                ++j;
+            quad(edge(i), edge(j), c.type);
+        }
+        i = j;
+    }
+    for (const Band& b : asSent)
+        quad(b.t0, b.t1, b.type);
     glEnd();
 
     drawOutsideData(g, e);
