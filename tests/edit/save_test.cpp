@@ -93,20 +93,9 @@ TEST(SaveSampleFiles, RoundTripEveryFile)
     }
 }
 
-TEST(SaveFailure, AMissingFolderIsReportedAndNothingIsWritten)
-{
-    TAV_REQUIRE_SAMPLE_DATA();
-    Take take;
-    QString error;
-    ASSERT_TRUE(loadTake(sampleC3D("Eb015pi.c3d"), take, error));
-    QTemporaryDir dir;
-    const QString out = dir.filePath("no/such/folder/out.c3d");
-    EXPECT_FALSE(C3D::saveEditedTake(sampleC3D("Eb015pi.c3d"), take.frames, take.frames, out, &error));
-    EXPECT_TRUE(error.contains("cannot be written")) << error.toStdString();
-    EXPECT_FALSE(QFile::exists(out));
-}
-
-TEST(SaveFailure, AFileSizeLimitHalfWayLeavesTheOldFileIntact)
+// A folder that does not exist is reported and nothing is written; running out
+// of room half-way leaves the old file as it was and no temporary one.
+TEST(SaveFailure, IsReportedAndLeavesTheOldFileIntact)
 {
     TAV_REQUIRE_SAMPLE_DATA();
     const QString source = sampleC3D("Eb015pi.c3d");
@@ -114,6 +103,11 @@ TEST(SaveFailure, AFileSizeLimitHalfWayLeavesTheOldFileIntact)
     QString error;
     ASSERT_TRUE(loadTake(source, take, error));
     QTemporaryDir dir;
+    const QString nowhere = dir.filePath("no/such/folder/out.c3d");
+    EXPECT_FALSE(C3D::saveEditedTake(source, take.frames, take.frames, nowhere, &error));
+    EXPECT_TRUE(error.contains("cannot be written")) << error.toStdString();
+    EXPECT_FALSE(QFile::exists(nowhere));
+
     const QString out = dir.filePath("kept.c3d");
     const QByteArray old("an older file that must survive");
     {
