@@ -1,16 +1,13 @@
 // The built tavview executable, run as a user runs it.
 #include "host/c3d/c3dtake.h"
-#include "host/tavview/graphpanel.h"
 #include "host/tavview/take.h"
 #include "host/tavview/viewcamera.h"
 #include "tests/support/data.h"
 #include "tests/support/pixels.h"
 
-#include <QColor>
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
-#include <QImage>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
