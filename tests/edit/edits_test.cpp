@@ -29,23 +29,6 @@ bool sameTake(const TAV::Frames& a, const TAV::Frames& b)
     return true;
 }
 
-// The longest run of frames where marker id is valid, as (first, last).
-FrameSpan longestValidRun(const TAV::Frames& t, uint32_t id)
-{
-    FrameSpan best, run;
-    const TrackReader r(t);
-    for (int f = 0; f < t.size(); ++f) {
-        if (!r.valid(id, f)) {
-            run = FrameSpan();
-            continue;
-        }
-        run = run.isEmpty() ? FrameSpan{f, f} : FrameSpan{run.first, f};
-        if (best.isEmpty() || run.last - run.first > best.last - best.first)
-            best = run;
-    }
-    return best;
-}
-
 TEST(EditsOfASampleTake, DeleteFillRevertUndoAndRedo)
 {
     TAV_REQUIRE_SAMPLE_DATA();
@@ -55,9 +38,12 @@ TEST(EditsOfASampleTake, DeleteFillRevertUndoAndRedo)
     TakeEditor editor;
     editor.Attach(&take.frames);
     QSignalSpy edited(&editor, &TakeEditor::Edited);
-    const FrameSpan run = longestValidRun(take.frames, 0);
-    ASSERT_GT(run.last - run.first, 60) << "marker 0 needs a long valid run";
-    const FrameSpan cut{run.first + 25, run.first + 34};
+    // Ten frames inside a long valid run of marker 0.
+    int start = 0;
+    while (start + 60 < take.frameCount() && !TrackReader(take.frames).validThrough(0, start, start + 59))
+        ++start;
+    ASSERT_LT(start + 60, take.frameCount()) << "marker 0 needs a long valid run";
+    const FrameSpan cut{start + 25, start + 34};
 
     EXPECT_EQ(editor.Delete({0}, cut), 10);
     EXPECT_EQ(edited.takeLast(), (QList<QVariant>{cut.first, cut.last}));
@@ -75,10 +61,9 @@ TEST(EditsOfASampleTake, DeleteFillRevertUndoAndRedo)
         ASSERT_EQ(r.filled.size(), 1u) << r.problems.join(QLatin1Char(';')).toStdString();
         EXPECT_EQ(r.samples, 10);
         for (int f = cut.first; f <= cut.last; ++f) {
-            const TAV::Marker* s = markerAt(take.frames, f, 0);
+            const TAV::Marker *s = markerAt(take.frames, f, 0), *was = markerAt(editor.original(), f, 0);
             EXPECT_TRUE(isFilled(*s));
             EXPECT_EQ(s->cond, C3D::FilledCondition);
-            const TAV::Marker* was = markerAt(editor.original(), f, 0);
             EXPECT_LT(std::hypot(s->x - was->x, s->y - was->y, s->z - was->z), 50.0f) << "frame " << f;
         }
         editor.undoStack()->undo();
@@ -89,82 +74,71 @@ TEST(EditsOfASampleTake, DeleteFillRevertUndoAndRedo)
     EXPECT_TRUE(sameTake(take.frames, editor.original())) << "undoing the delete";
     editor.undoStack()->redo();
     EXPECT_TRUE(sameTake(take.frames, deleted)) << "redoing it";
-    EXPECT_EQ(editor.Revert({0}, FrameSpan{0, take.frameCount() - 1}), 10);
+    const FrameSpan all{0, take.frameCount() - 1};
+    EXPECT_EQ(editor.Revert({0}, all), 10);
     EXPECT_TRUE(sameTake(take.frames, editor.original()));
-    EXPECT_EQ(editor.Revert({0}, FrameSpan{0, take.frameCount() - 1}), 0) << "nothing left to revert";
+    EXPECT_EQ(editor.Revert({0}, all), 0) << "nothing left to revert";
     EXPECT_EQ(editor.undoStack()->count(), 2) << "a revert that changes nothing makes no step";
 }
 
-TEST(EditsOfASampleTake, AnUndoStepHoldsOnlyTheSamplesItChanged)
+// One step of a 3-frame delete holds those three samples, and no frame outside
+// the take has a sample.
+TEST(EditsOfATake, StepsHoldOnlyTheSamplesTheyChanged)
 {
-    TAV::Frames t = motion::take(2000);
-    // One step of a 3-frame delete in a 2000-frame take of 5 markers.
+    const TAV::Frames t = motion::take(2000);
     const SampleChanges c = deletion(t, {2}, FrameSpan{100, 102});
     ASSERT_EQ(c.size(), 3u);
     for (const SampleChange& s : c)
         EXPECT_EQ(s.after.id, 2u);
+    EXPECT_EQ(markerAt(t, t.size(), 0), nullptr);
+    EXPECT_EQ(markerAt(t, -1, 0), nullptr);
 }
 
-struct GapRow {
-    const char* name;
-    FrameSpan span;
-    int maxLength;
-    std::vector<std::pair<int, int>> gaps;
-};
-
-void PrintTo(const GapRow& row, std::ostream* os) { *os << row.name; }
-
-class Gaps : public testing::TestWithParam<GapRow> {};
-
-TEST_P(Gaps, AreRunsWithAValidSampleOnBothSides)
+TEST(Gaps, AreRunsWithAValidSampleOnBothSides)
 {
-    const GapRow& row = GetParam();
     TAV::Frames t = motion::take(100);
     for (FrameSpan s : {FrameSpan{0, 4}, FrameSpan{20, 22}, FrameSpan{40, 59}, FrameSpan{95, 99}})
         applyChanges(t, deletion(t, {1}, s), false);
-    std::vector<std::pair<int, int>> found;
-    for (const Gap& g : gapsOf(TrackReader(t), 1, row.span, row.maxLength))
-        found.emplace_back(g.first, g.last);
-    EXPECT_EQ(found, row.gaps);
+    const struct {
+        const char* name;
+        FrameSpan span;
+        int maxLength;
+        std::vector<std::pair<int, int>> gaps;
+    } rows[] = {
+        {"the whole take leaves out both ends", {0, 99}, 0, {{20, 22}, {40, 59}}},
+        {"a span inside a gap takes all of it", {45, 50}, 0, {{40, 59}}},
+        {"a span ending in a gap takes all of it", {10, 41}, 0, {{20, 22}, {40, 59}}},
+        {"long gaps are left out", {0, 99}, 10, {{20, 22}}},
+        {"a span without gaps", {25, 35}, 0, {}},
+    };
+    for (const auto& row : rows) {
+        std::vector<std::pair<int, int>> found;
+        for (const Gap& g : gapsOf(TrackReader(t), 1, row.span, row.maxLength))
+            found.emplace_back(g.first, g.last);
+        EXPECT_EQ(found, row.gaps) << row.name;
+    }
 }
 
-const GapRow gapRows[] = {
-    {"TheWholeTakeLeavesOutBothEnds", {0, 99}, 0, {{20, 22}, {40, 59}}},
-    {"ASpanInsideAGapTakesAllOfIt", {45, 50}, 0, {{40, 59}}},
-    {"ASpanEndingInAGapTakesAllOfIt", {10, 41}, 0, {{20, 22}, {40, 59}}},
-    {"LongGapsAreLeftOut", {0, 99}, 10, {{20, 22}}},
-    {"ASpanWithoutGaps", {25, 35}, 0, {}},
-};
-INSTANTIATE_TEST_SUITE_P(Rows, Gaps, testing::ValuesIn(gapRows),
-                         [](const testing::TestParamInfo<GapRow>& i) { return std::string(i.param.name); });
-
-struct SpikeRow {
-    const char* name;
-    float jump;       // mm added to marker 0 at frame 300
-    double threshold; // mm per frame²
-    std::vector<int> frames;
-};
-
-void PrintTo(const SpikeRow& row, std::ostream* os) { *os << row.name; }
-
-class Spikes : public testing::TestWithParam<SpikeRow> {};
-
-TEST_P(Spikes, AreTheSamplesWhoseAccelerationPeaksAboveTheThreshold)
+// Marker 0 of smooth motion displaced by jump at frame 300.
+TEST(Spikes, AreTheSamplesWhoseAccelerationPeaksAboveTheThreshold)
 {
-    const SpikeRow& row = GetParam();
-    TAV::Frames t = motion::take(600);
-    t[300].markers[0].y += row.jump;
-    EXPECT_EQ(spikeFrames(t, 0, row.threshold), row.frames);
+    const struct {
+        const char* name;
+        float jump;       // mm
+        double threshold; // mm per frame²
+        std::vector<int> frames;
+    } rows[] = {
+        {"one displaced sample", 20, 10, {300}},
+        {"its neighbours bend half as much", 20, 30, {300}},
+        {"below the threshold", 20, 45, {}},
+        {"smooth motion has none", 0, 1, {}},
+    };
+    for (const auto& row : rows) {
+        TAV::Frames t = motion::take(600);
+        t[300].markers[0].y += row.jump;
+        EXPECT_EQ(spikeFrames(t, 0, row.threshold), row.frames) << row.name;
+    }
 }
-
-const SpikeRow spikeRows[] = {
-    {"OneDisplacedSample", 20, 10, {300}},
-    {"ItsNeighboursBendHalfAsMuch", 20, 30, {300}},
-    {"BelowTheThreshold", 20, 45, {}},
-    {"SmoothMotionHasNone", 0, 1, {}},
-};
-INSTANTIATE_TEST_SUITE_P(Rows, Spikes, testing::ValuesIn(spikeRows),
-                         [](const testing::TestParamInfo<SpikeRow>& i) { return std::string(i.param.name); });
 
 TEST(Spikes, DeleteAndFillIsOneUndoStep)
 {

@@ -2,69 +2,52 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 namespace {
 
-struct CameraRow {
-    const char* name;
-    int align;
-    int w, h;
-};
-void PrintTo(const CameraRow& row, std::ostream* os) { *os << row.name; }
+// For each alignment of the camera: an exact fit puts the range on the edge
+// pixels; revealing a range out of view puts its start a tenth of the width in;
+// zoom and pan keep the data under the mouse.
+TEST(ViewCamera, FitRevealZoomAndPan)
+{
+    const struct {
+        const char* name;
+        int align;
+        int w, h;
+    } rows[] = {
+        {"left bottom", GL::AlignLeft | GL::AlignBottom, 640, 240},
+        {"centre bottom", GL::AlignHCenter | GL::AlignBottom, 640, 240},
+        {"centred", GL::AlignCenter, 301, 99},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const int w = row.w, h = row.h;
+        GL::Viewport vp;
+        vp.align = row.align;
+        fitViewportExact(vp, 100, 700, -20, 380, w, h);
+        EXPECT_NEAR(vp.Left(w), 100, 1e-3);
+        EXPECT_NEAR(vp.Right(w), 700, 1e-3);
+        EXPECT_NEAR(vp.Bottom(h), -20, 1e-3);
+        EXPECT_NEAR(vp.Top(h), 380, 1e-3);
+        revealRange(vp, 200, 300, w);
+        EXPECT_NEAR(vp.Left(w), 100, 1e-3);
+        revealRange(vp, 800, 900, w);
+        EXPECT_NEAR(vp.Left(w), 740, 1e-3);
+        EXPECT_NEAR(vp.Right(w), 1340, 1e-3);
 
-class ViewCamera : public testing::TestWithParam<CameraRow> {
-protected:
-    GL::Viewport vp;
-    int w = 0, h = 0;
-    void SetUp() override
-    {
-        vp.align = GetParam().align;
-        w = GetParam().w;
-        h = GetParam().h;
+        fitViewportExact(vp, 0, 600, 0, 100, w, h);
+        const QPointF at(w * 0.3, h * 0.8);
+        const Vector before = vp.Cursor(float(at.x()), float(at.y()), w, h);
+        zoomViewport(vp, 1.25, 1, at, w, h);
+        const Vector zoomed = vp.Cursor(float(at.x()), float(at.y()), w, h);
+        EXPECT_NEAR(zoomed.x, before.x, 1e-3);
+        EXPECT_NEAR(zoomed.y, before.y, 1e-3);
+        EXPECT_NEAR(vp.Right(w) - vp.Left(w), 600 / 1.25, 0.01) << "time zoomed";
+        EXPECT_NEAR(vp.Top(h) - vp.Bottom(h), 100, 1e-3) << "values untouched";
+        panViewport(vp, 30, -12);
+        const Vector panned = vp.Cursor(float(at.x() + 30), float(at.y() - 12), w, h);
+        EXPECT_NEAR(panned.x, before.x, 1e-3);
+        EXPECT_NEAR(panned.y, before.y, 1e-3);
     }
-};
-
-// Revealing a range out of view puts its start a tenth of the width in.
-TEST_P(ViewCamera, ExactFitPutsTheRangeOnTheEdgePixelsAndRevealPansOnlyWhenNeeded)
-{
-    fitViewportExact(vp, 100, 700, -20, 380, w, h);
-    EXPECT_NEAR(vp.Left(w), 100, 1e-3);
-    EXPECT_NEAR(vp.Right(w), 700, 1e-3);
-    EXPECT_NEAR(vp.Bottom(h), -20, 1e-3);
-    EXPECT_NEAR(vp.Top(h), 380, 1e-3);
-    revealRange(vp, 200, 300, w);
-    EXPECT_NEAR(vp.Left(w), 100, 1e-3);
-    revealRange(vp, 800, 900, w);
-    EXPECT_NEAR(vp.Left(w), 740, 1e-3);
-    EXPECT_NEAR(vp.Right(w), 1340, 1e-3);
 }
-
-TEST_P(ViewCamera, ZoomAndPanKeepTheDataUnderTheMouse)
-{
-    fitViewportExact(vp, 0, 600, 0, 100, w, h);
-    const QPointF at(w * 0.3, h * 0.8);
-    const Vector before = vp.Cursor(float(at.x()), float(at.y()), w, h);
-    zoomViewport(vp, 1.25, 1, at, w, h);
-    const Vector zoomed = vp.Cursor(float(at.x()), float(at.y()), w, h);
-    EXPECT_NEAR(zoomed.x, before.x, 1e-3);
-    EXPECT_NEAR(zoomed.y, before.y, 1e-3);
-    EXPECT_NEAR(vp.Right(w) - vp.Left(w), 600 / 1.25, 0.01) << "time zoomed";
-    EXPECT_NEAR(vp.Top(h) - vp.Bottom(h), 100, 1e-3) << "values untouched";
-
-    panViewport(vp, 30, -12);
-    const Vector panned = vp.Cursor(float(at.x() + 30), float(at.y() - 12), w, h);
-    EXPECT_NEAR(panned.x, before.x, 1e-3);
-    EXPECT_NEAR(panned.y, before.y, 1e-3);
-}
-
-const CameraRow cameraRows[] = {
-    {"LeftBottom", GL::AlignLeft | GL::AlignBottom, 640, 240},
-    {"CentreBottom", GL::AlignHCenter | GL::AlignBottom, 640, 240},
-    {"Centred", GL::AlignCenter, 301, 99},
-};
-
-INSTANTIATE_TEST_SUITE_P(Alignments, ViewCamera, testing::ValuesIn(cameraRows),
-                         [](const testing::TestParamInfo<CameraRow>& i) { return std::string(i.param.name); });
 
 } // namespace

@@ -5,20 +5,20 @@
 #include "host/tavview/mainwindow.h"
 #include "host/tavview/moduleregistry.h"
 #include "host/tavview/trackselection.h"
+#include "host/tavview/viewcamera.h"
 #include "support/data.h"
 #include "tests/support/patience.h"
 
+#include <QAction>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
 
-#define TAV_REQUIRE_GL_DISPLAY()                                                                              \
-    do {                                                                                                      \
-        if (QGuiApplication::platformName() == QLatin1String("offscreen"))                                    \
-            GTEST_SKIP() << "needs a display with OpenGL (run under xvfb-run -a, as test.sh does)";         \
-    } while (0)
+const TrackSelection markerOne{{1}, {}};
 
 class Viewer : public testing::Test {
 protected:
@@ -31,7 +31,8 @@ protected:
 
     void SetUp() override
     {
-        TAV_REQUIRE_GL_DISPLAY();
+        if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+            GTEST_SKIP() << "needs a display with OpenGL (run under xvfb-run -a, as test.sh does)";
         QString error;
         ASSERT_TRUE(registry.Load(QStringLiteral(TAVGRAPH_MODULE), error)) << error.toStdString();
         window = std::make_unique<MainWindow>(registry);
@@ -40,7 +41,7 @@ protected:
         view = panel->view();
     }
 
-    void show(const Take& take, const TrackSelection& selection)
+    void show(const Take& take = defaultTake(), const TrackSelection& selection = markerOne)
     {
         window->ShowTake(take, selection);
         window->show();
@@ -55,13 +56,37 @@ protected:
     // A shared sample file opened through the window, with the named tracks shown.
     void openSample(const char* file, const QStringList& tracks)
     {
-        show(defaultTake(), {{1}, {}});
+        show();
         ASSERT_TRUE(window->OpenPath(sampleC3D(QString::fromLatin1(file))));
+        select(tracks);
+    }
+    void select(const QStringList& tracks)
+    {
         QString error;
         TrackSelection chosen;
         ASSERT_TRUE(resolveSelection(tracks, panel->take(), chosen, error)) << error.toStdString();
         window->SelectTracks(chosen);
     }
+
+    void toggle(const char* slot, bool on)
+    {
+        ASSERT_TRUE(QMetaObject::invokeMethod(graph, slot, Qt::DirectConnection, Q_ARG(bool, on)));
+    }
+    QAction* viewAction(const char* name) const { return view->findChild<QAction*>(QLatin1String(name)); }
+    QAction* windowAction(const char* name) const { return window->findChild<QAction*>(QLatin1String(name)); }
+
+    // Shows frame indices first..last edge to edge.
+    void zoomTo(double first, double last)
+    {
+        fitViewportExact(view->viewport, first, last, -1000, 1000, int(view->width()), int(view->height()));
+    }
+    bool inView(double x) const
+    {
+        const int w = int(view->width());
+        return view->viewport.Left(w) <= x && x <= view->viewport.Right(w);
+    }
+    // "Frame N" from the status bar's cursor text.
+    QString cursorFrame() const { return window->cursorLabel()->text().section(QLatin1Char(' '), 0, 1); }
 
     // The GL window's widget pixel (y down) that shows graph x at mid height.
     QPoint pixelAt(double x) const
@@ -74,4 +99,9 @@ protected:
     }
     // Graph x under a widget pixel, as the view maps the mouse.
     double xAt(const QPoint& p) const { return view->Cursor(float(p.x()), float(gl->height() - 1 - p.y())).x; }
+    QImage picture()
+    {
+        gl->updateGL();
+        return gl->grabFrameBuffer();
+    }
 };

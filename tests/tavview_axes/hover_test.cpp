@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <ostream>
 
 namespace {
 
@@ -26,74 +25,67 @@ TAV::Frames markerTrack()
     return store;
 }
 
-PixelMap tenPixelsPerFrame()
+void rigidTrack(TAV::Frames& f, ShownTracks&)
 {
-    PixelMap m;
-    m.sx = 10;
-    return m;
+    f[0].markers.clear();
+    for (int i = 0; i < frames; ++i)
+        f[0].rigids.append(TAV::Rigid{trackId, 0, i, {0, 100, 0, 0, 0, 0, 1}, 1});
 }
 
-struct PickRow {
-    const char* name;
-    void (*setup)(TAV::Frames&, ShownTracks&);
-    QPointF mouse;
-    bool found;
-    int axis;
-    float value;
-};
-void PrintTo(const PickRow& r, std::ostream* os) { *os << r.name; }
-
-void nothing(TAV::Frames&, ShownTracks&) {}
-
-class Pick : public testing::TestWithParam<PickRow> {};
-
-TEST_P(Pick, FindsTheDrawnSampleWithinTheDistance)
+TEST(Pick, FindsTheDrawnSampleWithinTheDistance)
 {
-    const PickRow& r = GetParam();
-    TAV::Frames store = markerTrack();
-    ShownTracks shown;
-    r.setup(store, shown);
-    const HoverHit hit = pickSample(store, shown, tenPixelsPerFrame(), r.mouse, 8.0);
-    ASSERT_EQ(hit.found, r.found);
-    if (!r.found)
-        return;
-    EXPECT_EQ(hit.id, trackId);
-    EXPECT_EQ(hit.index, 5);
-    EXPECT_EQ(hit.axis, r.axis);
-    EXPECT_FLOAT_EQ(hit.value, r.value);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, Pick,
-    testing::Values(
-        PickRow{"atTheDistance", nothing, {50, 108}, true, 1, 100},
-        PickRow{"justBeyondTheDistance", nothing, {50, 108.01}, false, 0, 0},
-        PickRow{"theNearerAxis", nothing, {52, 52}, true, 0, 50},
-        PickRow{"axisNotDrawn", [](TAV::Frames&, ShownTracks& s) { s.axisMask = 5; }, {50, 104}, false, 0, 0},
-        PickRow{"markersSwitchedOff", [](TAV::Frames&, ShownTracks& s) { s.enableMarkers = false; }, {50, 100},
-                false, 0, 0},
-        PickRow{"trackNotSelected", [](TAV::Frames&, ShownTracks& s) { s.markers = {4}; }, {50, 100}, false, 0, 0},
+    using Setup = void (*)(TAV::Frames&, ShownTracks&);
+    const struct {
+        const char* name;
+        Setup setup;
+        QPointF mouse;
+        bool found;
+        int axis;
+        float value;
+    } rows[] = {
+        {"at the distance", [](TAV::Frames&, ShownTracks&) {}, {50, 108}, true, 1, 100},
+        {"just beyond the distance", [](TAV::Frames&, ShownTracks&) {}, {50, 108.01}, false, 0, 0},
+        {"the nearer axis", [](TAV::Frames&, ShownTracks&) {}, {52, 52}, true, 0, 50},
+        {"axis not drawn", [](TAV::Frames&, ShownTracks& s) { s.axisMask = 5; }, {50, 104}, false, 0, 0},
+        {"markers switched off", [](TAV::Frames&, ShownTracks& s) { s.enableMarkers = false; }, {50, 100}, false, 0,
+         0},
+        {"track not selected", [](TAV::Frames&, ShownTracks& s) { s.markers = {4}; }, {50, 100}, false, 0, 0},
         // The neighbours are ten pixels away: nothing is drawn there.
-        PickRow{"missingSample", [](TAV::Frames& f, ShownTracks&) { f[0].markers[5].cond = 0; }, {50, 100}, false,
-                0, 0},
-        PickRow{"filledSampleHiddenWithoutFill",
-                [](TAV::Frames& f, ShownTracks& s) {
-                    f[0].markers[5].flags = FilledFlag;
-                    s.enableFill = false;
-                },
-                {50, 100}, false, 0, 0},
+        {"missing sample", [](TAV::Frames& f, ShownTracks&) { f[0].markers[5].cond = 0; }, {50, 100}, false, 0, 0},
+        {"filled sample hidden without fill",
+         [](TAV::Frames& f, ShownTracks& s) {
+             f[0].markers[5].flags = FilledFlag;
+             s.enableFill = false;
+         },
+         {50, 100}, false, 0, 0},
         // The track is drawn shifted; the tip still gives the sample's own value.
-        PickRow{"offsetTrack",
-                [](TAV::Frames&, ShownTracks& s) { s.offsets.markers[trackId] = Vector(0, 100, 0); }, {50, 3}, true,
-                1, 100},
-        PickRow{"rigidBody",
-                [](TAV::Frames& f, ShownTracks&) {
-                    f[0].markers.clear();
-                    for (int i = 0; i < frames; ++i)
-                        f[0].rigids.append(TAV::Rigid{trackId, 0, i, {0, 100, 0, 0, 0, 0, 1}, 1});
-                },
-                {50, 101}, true, 1, 100}),
-    [](const testing::TestParamInfo<PickRow>& i) { return std::string(i.param.name); });
+        {"offset track", [](TAV::Frames&, ShownTracks& s) { s.offsets.markers[trackId] = Vector(0, 100, 0); }, {50, 3},
+         true, 1, 100},
+        {"rigid body", rigidTrack, {50, 101}, true, 1, 100},
+        {"rigid bodies switched off",
+         [](TAV::Frames& f, ShownTracks& s) {
+             rigidTrack(f, s);
+             s.enableRigids = false;
+         },
+         {50, 101}, false, 0, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        TAV::Frames store = markerTrack();
+        ShownTracks shown;
+        row.setup(store, shown);
+        PixelMap tenPixelsPerFrame;
+        tenPixelsPerFrame.sx = 10;
+        const HoverHit hit = pickSample(store, shown, tenPixelsPerFrame, row.mouse, 8.0);
+        ASSERT_EQ(hit.found, row.found);
+        if (row.found) {
+            EXPECT_EQ(hit.id, trackId);
+            EXPECT_EQ(hit.index, 5);
+            EXPECT_EQ(hit.axis, row.axis);
+            EXPECT_FLOAT_EQ(hit.value, row.value);
+        }
+    }
+}
 
 TEST(Pick, NamesRigidBodiesAsSuch)
 {
@@ -111,33 +103,30 @@ TEST(Pick, NamesRigidBodiesAsSuch)
               QStringLiteral("pelvis (rigid body 1)\nx = 5.00\nframe 100"));
 }
 
-struct AngleRow {
-    const char* name;
-    float q[4];
-    Vector expected;
-};
-void PrintTo(const AngleRow& r, std::ostream* os) { *os << r.name; }
-
-class AxisAngle : public testing::TestWithParam<AngleRow> {};
-
-TEST_P(AxisAngle, InDegrees)
-{
-    const AngleRow& r = GetParam();
-    const Vector v = axisAngleDegrees(r.q[0], r.q[1], r.q[2], r.q[3]);
-    EXPECT_NEAR(v.x, r.expected.x, 1e-3);
-    EXPECT_NEAR(v.y, r.expected.y, 1e-3);
-    EXPECT_NEAR(v.z, r.expected.z, 1e-3);
-}
-
 const float h = float(std::sqrt(0.5));
-INSTANTIATE_TEST_SUITE_P(Rotations, AxisAngle,
-                         testing::Values(AngleRow{"identity", {0, 0, 0, 1}, {0, 0, 0}},
-                                         AngleRow{"quarterTurnAboutZ", {0, 0, h, h}, {0, 0, 90}},
-                                         AngleRow{"negatedQuaternionSameRotation", {0, 0, -h, -h}, {0, 0, 90}},
-                                         AngleRow{"halfTurnAboutX", {1, 0, 0, 0}, {180, 0, 0}},
-                                         AngleRow{"unnormalised", {0, 0, 2, 2}, {0, 0, 90}},
-                                         AngleRow{"zeroQuaternion", {0, 0, 0, 0}, {0, 0, 0}}),
-                         [](const testing::TestParamInfo<AngleRow>& i) { return std::string(i.param.name); });
+
+TEST(AxisAngle, InDegrees)
+{
+    const struct {
+        const char* name;
+        float q[4];
+        Vector expected;
+    } rows[] = {
+        {"identity", {0, 0, 0, 1}, {0, 0, 0}},
+        {"quarter turn about z", {0, 0, h, h}, {0, 0, 90}},
+        {"negated quaternion, same rotation", {0, 0, -h, -h}, {0, 0, 90}},
+        {"half turn about x", {1, 0, 0, 0}, {180, 0, 0}},
+        {"unnormalised", {0, 0, 2, 2}, {0, 0, 90}},
+        {"zero quaternion", {0, 0, 0, 0}, {0, 0, 0}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Vector v = axisAngleDegrees(row.q[0], row.q[1], row.q[2], row.q[3]);
+        EXPECT_NEAR(v.x, row.expected.x, 1e-3);
+        EXPECT_NEAR(v.y, row.expected.y, 1e-3);
+        EXPECT_NEAR(v.z, row.expected.z, 1e-3);
+    }
+}
 
 TEST(RotationTake, KeepsTheRigidBodiesWithTheirRotationsInPlaceOfPositions)
 {

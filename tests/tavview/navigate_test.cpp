@@ -1,0 +1,206 @@
+// Moving about the take in the main window: keys, mouse, playback, the context menu.
+#include "host/tavview/axisstrip.h"
+#include "host/tavview/grapharea.h"
+#include "host/tavview/playback.h"
+#include "tests/tavview/viewer.h"
+
+#include <QMenu>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QWheelEvent>
+
+namespace {
+
+QStringList actionNames(const QMenu& menu)
+{
+    QStringList names;
+    for (QAction* a : menu.actions())
+        names << (a->menu() ? a->menu()->objectName() : a->objectName());
+    return names;
+}
+
+// Each row starts zoomed in on indices 100..140. Marker 1 of the built-in take
+// has gaps at 100..139 and 400..405: the area keys step from the cursor (not from
+// the view), land on the area, select it widened by two frames and bring it into view.
+TEST_F(Viewer, KeysMoveTheCursorAndZoomWithTheViewFollowing)
+{
+    show();
+    const struct {
+        const char* name;
+        Qt::Key key;
+        Qt::KeyboardModifiers mods;
+        qint64 cursor;
+        qint64 landsFrom, landsTo; // inclusive
+        double zoom;               // the time scale after, relative to before
+        qint64 selectFirst, selectLast; // -1: the key selects nothing
+    } rows[] = {
+        {"End goes to the last frame", Qt::Key_End, Qt::NoModifier, 120, 599, 599, 1.0, -1, -1},
+        {"Page Down moves a view's width on", Qt::Key_PageDown, Qt::NoModifier, 120, 155, 165, 1.0, -1, -1},
+        {"Page Up moves a view's width back", Qt::Key_PageUp, Qt::NoModifier, 120, 75, 85, 1.0, -1, -1},
+        {"plus zooms in", Qt::Key_Plus, Qt::NoModifier, 120, 120, 120, 1.25, -1, -1},
+        {"equals is plus unshifted", Qt::Key_Equal, Qt::NoModifier, 120, 120, 120, 1.25, -1, -1},
+        {"minus zooms out", Qt::Key_Minus, Qt::NoModifier, 120, 120, 120, 0.8, -1, -1},
+        {"next area from a good stretch", Qt::Key_Period, Qt::ControlModifier, 250, 400, 400, 1.0, 398, 407},
+        {"next area from before the first", Qt::Key_Period, Qt::ControlModifier, 50, 100, 100, 1.0, 98, 141},
+        {"next area from inside one", Qt::Key_Period, Qt::ControlModifier, 120, 400, 400, 1.0, 398, 407},
+        {"next area past the last wraps", Qt::Key_Period, Qt::ControlModifier, 500, 100, 100, 1.0, 98, 141},
+        {"previous area from a good stretch", Qt::Key_Comma, Qt::ControlModifier, 250, 100, 100, 1.0, 98, 141},
+        {"previous area before the first wraps", Qt::Key_Comma, Qt::ControlModifier, 50, 400, 400, 1.0, 398, 407},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        panel->SeekFrame(row.cursor);
+        zoomTo(100, 140);
+        const float scale = view->viewport.scale.x;
+        QTest::keyClick(gl, row.key, row.mods);
+        EXPECT_GE(panel->current(), row.landsFrom);
+        EXPECT_LE(panel->current(), row.landsTo);
+        EXPECT_EQ(cursorFrame(), QStringLiteral("Frame %1").arg(panel->current() + 1));
+        EXPECT_FLOAT_EQ(view->viewport.scale.x, float(scale * row.zoom));
+        EXPECT_TRUE(inView(panel->current()));
+        if (row.selectFirst >= 0) {
+            EXPECT_EQ(panel->selectionFirst(), row.selectFirst);
+            EXPECT_EQ(panel->selectionLast(), row.selectLast);
+        }
+    }
+    // The status bar tells of the last one in the take's own numbering.
+    EXPECT_EQ(window->selectionLabel()->text(), QStringLiteral("Selection 399 to 408 (10 frames)"));
+    EXPECT_EQ(window->statusBar()->currentMessage(), QStringLiteral("Region 399 to 408 (10 frames)"));
+}
+
+// A left click seeks; a middle drag pans with the scale kept; the wheel zooms
+// time about the mouse, with Ctrl the values too.
+TEST_F(Viewer, MouseSeeksPansAndZooms)
+{
+    show();
+    const QPoint at = pixelAt(123.2);
+    const qint64 clicked = qint64(std::floor(xAt(at) + 0.5));
+    QTest::mouseClick(gl, Qt::LeftButton, Qt::NoModifier, at);
+    EXPECT_EQ(panel->current(), clicked);
+    EXPECT_EQ(cursorFrame(), QStringLiteral("Frame %1").arg(clicked + 1));
+
+    const Vector scale = view->viewport.scale;
+    const QPoint a = pixelAt(300), b = a + QPoint(-60, 25);
+    const double x = xAt(a);
+    QTest::mousePress(gl, Qt::MiddleButton, Qt::NoModifier, a);
+    QTest::mouseMove(gl, b);
+    QTest::mouseRelease(gl, Qt::MiddleButton, Qt::NoModifier, b);
+    EXPECT_NEAR(xAt(b), x, 1e-3);
+    EXPECT_EQ(view->viewport.scale, scale);
+
+    const auto wheel = [&](Qt::KeyboardModifiers mods) {
+        QWheelEvent e(b, gl->mapToGlobal(b), QPoint(), QPoint(0, 120), Qt::NoButton, mods, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(gl, &e);
+    };
+    wheel(Qt::NoModifier);
+    EXPECT_FLOAT_EQ(view->viewport.scale.x, scale.x * 1.25f);
+    EXPECT_FLOAT_EQ(view->viewport.scale.y, scale.y);
+    EXPECT_NEAR(xAt(b), x, 1e-3);
+    wheel(Qt::ControlModifier);
+    EXPECT_FLOAT_EQ(view->viewport.scale.y, scale.y * 1.25f);
+}
+
+// The selection is kept as the cursor moves, and drawn as a band over the graph
+// and the time axis only while it is less than the whole take.
+TEST_F(Viewer, ShiftDragSelectsFramesShownAsABand)
+{
+    show();
+    QSignalSpy selection(panel, &GraphPanel::SelectionChanged);
+    const QPoint a = pixelAt(200.3), b = pixelAt(260.6);
+    QTest::mousePress(gl, Qt::LeftButton, Qt::ShiftModifier, a);
+    QTest::mouseRelease(gl, Qt::LeftButton, Qt::ShiftModifier, b);
+    ASSERT_EQ(selection.count(), 1);
+    const qint64 first = qint64(xAt(a) + 0.5), last = qint64(xAt(b) + 0.5);
+    EXPECT_EQ(selection.last().at(0).toLongLong(), first);
+    EXPECT_EQ(selection.last().at(1).toLongLong(), last);
+    panel->SeekFrame(10);
+    EXPECT_EQ(panel->selectionFirst(), first);
+    EXPECT_EQ(panel->selectionLast(), last);
+
+    // A column inside the band differs from one outside in the same good run.
+    QWidget* axis = window->graphArea()->timeAxis();
+    const int in = pixelAt(230).x(), out = pixelAt(290).x();
+    const auto banded = [&] {
+        const QImage graphPixels = picture(), axisPixels = axis->grab().toImage();
+        const int y = axis->height() - 2;
+        const bool onGraph = graphPixels.pixel(in, 2) != graphPixels.pixel(out, 2);
+        EXPECT_EQ(axisPixels.pixel(in, y) != axisPixels.pixel(out, y), onGraph) << "graph and axis agree";
+        return onGraph;
+    };
+    EXPECT_TRUE(banded());
+    panel->SelectFrames(0, panel->take().frameCount() - 1);
+    EXPECT_FALSE(banded()) << "the whole take";
+    panel->SelectFrames(0, 250);
+    EXPECT_TRUE(banded()) << "from the first frame";
+}
+
+TEST_F(Viewer, FitKeysShowTheSelectionOrEveryFrameAtTheDatasHeight)
+{
+    show();
+    const int w = int(view->width()), h = int(view->height());
+    panel->SelectFrames(100, 139);
+    QTest::keyClick(gl, Qt::Key_F);
+    EXPECT_LT(view->viewport.Left(w), 100);
+    EXPECT_GT(view->viewport.Left(w), 95);
+    EXPECT_GT(view->viewport.Right(w), 139);
+    EXPECT_LT(view->viewport.Right(w), 144);
+    QTest::keyClick(gl, Qt::Key_Home);
+    EXPECT_LT(view->viewport.Left(w), 0);
+    EXPECT_GT(view->viewport.Right(w), 600);
+    float lo = 1e30f, hi = -1e30f;
+    for (const TAV::Marker& m : panel->tracks().at(0).markers)
+        if (m.cond > 0)
+            for (float v : {m.x, m.y, m.z})
+                lo = std::min(lo, v), hi = std::max(hi, v);
+    const float margin = 0.1f * (hi - lo);
+    EXPECT_LT(view->viewport.Bottom(h), lo);
+    EXPECT_GT(view->viewport.Bottom(h), lo - margin);
+    EXPECT_GT(view->viewport.Top(h), hi);
+    EXPECT_LT(view->viewport.Top(h), hi + margin);
+}
+
+TEST_F(Viewer, SpacePlaysWithTheViewFollowingAndStops)
+{
+    show();
+    zoomTo(0, 10);
+    QTest::keyClick(gl, Qt::Key_Space);
+    EXPECT_TRUE(window->playback()->isPlaying());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return panel->current() > 25; }, patienceMs));
+    EXPECT_TRUE(inView(panel->current()));
+    QTest::keyClick(gl, Qt::Key_Space);
+    EXPECT_FALSE(window->playback()->isPlaying());
+    const qint64 stopped = panel->current();
+    QTest::qWait(100);
+    EXPECT_EQ(panel->current(), stopped);
+}
+
+// Building the menu sets check marks on the checkable "nextaoi" and "prevaoi":
+// that must not run them. Each menu gets a fresh tree, so it shows what the graph
+// inserts now ("clearoffsets" once there are offsets), each entry once.
+TEST_F(Viewer, OpeningTheContextMenuRunsNoSlotAndShowsTheGraphsCurrentEntries)
+{
+    show();
+    QSignalSpy select(graph, SIGNAL(Select(QRectF)));
+    view->viewport.pos.x = 250.25f;
+    const auto menuNames = [&] {
+        QMenu menu;
+        EXPECT_GT(gl->FillContextMenu(&menu, view, nullptr), 0);
+        return actionNames(menu);
+    };
+    QStringList names = menuNames();
+    EXPECT_TRUE(names.contains(QStringLiteral("display")));
+    EXPECT_FALSE(names.contains(QStringLiteral("clearoffsets")));
+    EXPECT_EQ(select.count(), 0);
+    EXPECT_FLOAT_EQ(view->viewport.pos.x, 250.25f);
+
+    QTest::mouseMove(gl, pixelAt(50));
+    QTest::keyClick(gl, Qt::Key_T);
+    panel->SelectFrames(200, 209);
+    names = menuNames();
+    EXPECT_EQ(names.count(QStringLiteral("nextaoi")), 1);
+    EXPECT_TRUE(names.contains(QStringLiteral("clearoffsets")));
+    for (const char* name : {"applytool", "delete_data", "revert_data"})
+        EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
+}
+
+} // namespace

