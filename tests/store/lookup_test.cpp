@@ -1,0 +1,82 @@
+#include "tests/store/samples.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <type_traits>
+
+namespace {
+
+constexpr int64_t kMax = std::numeric_limits<int64_t>::max(), kMin = std::numeric_limits<int64_t>::min();
+
+// A frame never turns into a number by accident, and QVector copies frames
+// (their strings must not be moved as raw bytes).
+static_assert(!std::is_convertible<TAV::Frame, int64_t>::value, "explicit 64-bit conversion");
+static_assert(std::is_constructible<int64_t, TAV::Frame>::value, "the conversion exists");
+static_assert(!QTypeInfoQuery<TAV::Frame>::isRelocatable, "frames are copied, not memmoved");
+
+// set and add find the id at its index when it sits there, else by binary search.
+TEST(SampleLookup, SetAndAddFindOnlyThatId)
+{
+    const struct {
+        const char* name;
+        std::vector<uint32_t> ids;
+        uint32_t wanted;
+        int index; // where the sample sits, -1 when absent
+    } rows[] = {{"EmptyVector", {}, 0, -1},
+                {"AtIndexDespiteGapsBeyond", {0, 1, 2, 9}, 2, 2},
+                {"SparseFoundByBinarySearch", {2, 5, 9}, 5, 1},
+                {"SparseMissing", {2, 5, 9}, 4, -1},
+                {"FastPathMissesThenSearchFinds", {1, 3, 4}, 1, 0},
+                {"BeyondTheLastId", {2, 5, 9}, 10, -1}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        TAV::Frame f;
+        f.markers = markers(row.ids);
+        TAV::Markers added = markers({99});
+
+        EXPECT_EQ(TAV::set(f, marker(row.wanted, 42, 7.0f)), row.index >= 0);
+        EXPECT_EQ(TAV::add(added, f.markers, row.wanted), row.index >= 0);
+
+        for (int i = 0; i < f.markers.size(); ++i)
+            EXPECT_EQ(f.markers.at(i).x, i == row.index ? 7.0f : 0.0f) << "index " << i;
+        const std::vector<uint32_t> expected =
+            row.index >= 0 ? std::vector<uint32_t>{99, row.wanted} : std::vector<uint32_t>{99};
+        EXPECT_EQ(idsOf(added), expected);
+    }
+}
+
+TEST(FindIndex, FindsTheSampleAtATime)
+{
+    const struct {
+        const char* name;
+        std::vector<int64_t> times;
+        int64_t time;
+        int tolerance;
+        int index;
+    } rows[] = {{"WithinTolerance", {0, 10, 20, 30}, 14, 5, 1},
+                {"NoneWithinGivesLastProbe", {0, 10, 20, 30}, 14, 2, 2},
+                {"AfterTheLast", {0, 10, 20, 30}, 31, 100, -1},
+                {"BeforeTheFirst", {0, 10, 20, 30}, -1, 100, -1},
+                {"EmptyTrack", {}, 0, 0, -1},
+                {"ExtremeTimes", {kMin, 0, kMax}, kMax, 1000, 2}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        TAV::Markers track;
+        for (int64_t t : row.times)
+            track.append(marker(0, t));
+        EXPECT_EQ(TAV::findIndex(track, row.time, row.tolerance), row.index);
+    }
+}
+
+// Equal, or strictly within the tolerance, without overflow at the ends of the range.
+TEST(FuzzyCmp, StrictlyWithinToleranceBothWays)
+{
+    EXPECT_TRUE(TAV::fuzzyCmp<long>(5, 7, 3) && TAV::fuzzyCmp<long>(7, 5, 3));
+    EXPECT_FALSE(TAV::fuzzyCmp<long>(5, 8, 3) || TAV::fuzzyCmp<long>(8, 5, 3));
+    EXPECT_FALSE(TAV::fuzzyCmp<long>(5, 6, -3));
+    EXPECT_FALSE(TAV::fuzzyCmp<long>(kMin, kMax, 1000) || TAV::fuzzyCmp<long>(kMax, kMin, 1000));
+    EXPECT_TRUE(TAV::fuzzyCmp<long>(kMax, kMax - 1, 2) && TAV::fuzzyCmp<long>(kMin + 1, kMin, 2));
+}
+
+} // namespace
