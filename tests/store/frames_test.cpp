@@ -71,19 +71,6 @@ TEST(FramesSetData, WritesTheMaskedKindsBackIntoTheirFrames)
     EXPECT_TRUE(s.at(1).markers.isSharedWith(other.at(1).markers)) << "an unwritten frame stays shared";
 }
 
-// The track may be one of the store's own frames: writing must not pull it away.
-TEST(FramesSetData, StoreFrameAsTrackWritesItselfBack)
-{
-    TAV::Frames s = denseStore(2, 2);
-    s[1].markers[0].time = 0;
-    s[1].markers[0].x = 55.0f;
-
-    s.SetData(s.at(1), TAV::MaskMarkers);
-
-    EXPECT_EQ(s.at(0).markers.at(0).x, 55.0f);
-    EXPECT_EQ(s.at(1).markers.at(0).x, 55.0f);
-}
-
 TEST(FramesProperty, ReadsExactConvertedOrDefault)
 {
     TAV::Frames s;
