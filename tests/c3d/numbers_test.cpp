@@ -67,4 +67,21 @@ TEST(Numbers, FourthWordOfFloatFilesReadsAsSigned16Bits)
         EXPECT_EQ(C3D::word4FromFloat(r.stored), r.word) << r.stored;
 }
 
+// Names compare without case; a count is a whole non-negative number, a 16-bit
+// one read unsigned; a 32-bit frame number stores its low word first.
+TEST(ParameterReads, CountsNumbersAndFrameNumbers)
+{
+    C3D::Parameters p;
+    p.add({"POINT", "USED", C3D::TypeInt16, {}, {-1}, {}});
+    p.add({"POINT", "RATE", C3D::TypeFloat, {}, {-2.5}, {}});
+    p.add({"TRIAL", "START", C3D::TypeInt16, {2}, {-1, 2}, {}});
+    int64_t count = 0, frame = 0;
+    double number = 0;
+    EXPECT_TRUE(p.count("point", "used", count) && count == 65535);
+    EXPECT_FALSE(p.count("POINT", "RATE", count));
+    EXPECT_TRUE(p.number("POINT", "RATE", number) && number == -2.5);
+    EXPECT_FALSE(p.number("POINT", "FRAMES", number));
+    EXPECT_TRUE(p.frameNumber32("TRIAL", "START", frame) && frame == 0x2FFFF);
+}
+
 } // namespace

@@ -3,11 +3,13 @@
 // on: the last element of a type track joins the last run; Apply fills new
 // elements with the missing type and marks a changed missing bit only when the
 // vector was one short; Remove, Extend and Merge as the navigation uses them.
+// The order in which inputs are consumed is what the kept corpus was found with.
 #include "tav/tavframes.h"
 #include "utils/regions.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <tuple>
@@ -17,7 +19,6 @@ namespace {
 
 struct Run {
     int first, second, type;
-    bool operator==(const Run& o) const { return std::tie(first, second, type) == std::tie(o.first, o.second, o.type); }
 };
 using Model = std::vector<Run>;
 
@@ -29,46 +30,39 @@ void check(bool ok, const char* what)
     }
 }
 
-void modelUpdate(Model& m, const std::vector<int>& t)
+// Runs of equal values, the last element taking the type of the one before it.
+void modelUpdate(Model& m, std::vector<int> t)
 {
-    if (t.empty())
-        return;
-    int start = 0, type = t[0];
-    for (size_t i = 1; i + 1 < t.size(); ++i)
-        if (t[i] != type) {
-            m.push_back({start, int(i) - 1, type});
-            type = t[i];
-            start = int(i);
-        }
-    m.push_back({start, int(t.size()) - 1, type});
+    if (t.size() > 1)
+        t.back() = t[t.size() - 2];
+    for (size_t i = 0; i < t.size(); ++i)
+        if (i == 0 || t[i] != t[i - 1])
+            m.push_back({int(i), int(i), t[i]});
+        else
+            m.back().second = int(i);
 }
 
 void modelApply(const Model& m, std::vector<int>& flags)
 {
     if (m.empty() || m.back().second < 0)
         return;
-    const int s = m.back().second;
-    bool firstTime = true;
-    if (int64_t(s) != int64_t(flags.size())) {
-        flags.resize(size_t(s) + 1, 2);
-        firstTime = false;
-    }
+    const bool oneShort = int64_t(m.back().second) == int64_t(flags.size());
+    if (!oneShort)
+        flags.resize(size_t(m.back().second) + 1, RegionMissing);
     for (const Run& r : m)
         for (int j = r.first; j <= r.second && j < int(flags.size()); ++j) {
-            const bool changed = (flags[size_t(j)] & 2) != (r.type & 2);
-            flags[size_t(j)] |= r.type | (changed && firstTime ? 16 : 0);
+            const bool changed = (flags[size_t(j)] & RegionMissing) != (r.type & RegionMissing);
+            flags[size_t(j)] |= r.type | (changed && oneShort ? RegionMixed : 0);
         }
 }
 
-int64_t runSize(const Run& r) { return r.first < 0 || r.second < 0 ? 0 : int64_t(r.second) - r.first + 1; }
-
 void modelRemove(Model& m, int mask, int maxSize)
 {
-    for (size_t i = 0; i < m.size();)
-        if ((mask && (m[i].type & mask)) || (maxSize && runSize(m[i]) > maxSize))
-            m.erase(m.begin() + long(i));
-        else
-            ++i;
+    const auto gone = [&](const Run& r) {
+        const int64_t size = r.first < 0 || r.second < 0 ? 0 : int64_t(r.second) - r.first + 1;
+        return (mask && (r.type & mask)) || (maxSize && size > maxSize);
+    };
+    m.erase(std::remove_if(m.begin(), m.end(), gone), m.end());
 }
 
 void modelExtend(Model& m, int left, int right, int mask)
@@ -77,45 +71,38 @@ void modelExtend(Model& m, int left, int right, int mask)
         Run& r = m[i];
         if (!(r.type & mask))
             continue;
-        if (i > 0 && !(m[i - 1].type & 2))
+        if (i > 0 && !(m[i - 1].type & RegionMissing))
             r.first -= left;
         r.first = std::max(r.first, 0);
-        if (i + 1 < m.size() && !(m[i + 1].type & 2))
+        if (i + 1 < m.size() && !(m[i + 1].type & RegionMissing))
             r.second += right;
         r.second = std::min(r.second, m.back().second);
     }
 }
 
+// Masked runs take the mask as their type and absorb a masked run that starts at
+// most one past their end.
 void modelMerge(Model& m, int mask)
 {
     if (m.size() < 2)
         return;
-    const Model src = m;
-    m.clear();
-    Run r = src[0];
-    for (size_t i = 1; i < src.size(); ++i) {
-        if (int64_t(src[i].first) - r.second <= 1 && (r.type & mask) && (src[i].type & mask)) {
-            r.second = src[i].second;
-            continue;
-        }
+    Model out;
+    for (Run r : m) {
         if (r.type & mask)
             r.type = mask;
-        m.push_back(r);
-        r = src[i];
+        if (!out.empty() && (out.back().type & mask) && (r.type & mask) && int64_t(r.first) - out.back().second <= 1)
+            out.back().second = r.second;
+        else
+            out.push_back(r);
     }
-    if (r.type & mask)
-        r.type = mask;
-    m.push_back(r);
+    m = out;
 }
 
 bool same(const Regions& code, const Model& model)
 {
-    if (code.size() != model.size())
-        return false;
-    for (size_t i = 0; i < model.size(); ++i)
-        if (!(Run{code[i].first, code[i].second, code[i].type} == model[i]))
-            return false;
-    return true;
+    return std::equal(code.begin(), code.end(), model.begin(), model.end(), [](const Pair& c, const Run& r) {
+        return std::tie(c.first, c.second, c.type) == std::tie(r.first, r.second, r.type);
+    });
 }
 
 int typeBits(FuzzedDataProvider& in) { return in.ConsumeIntegralInRange(0, 31); }
@@ -179,12 +166,9 @@ TAV::Frame randomFrame(FuzzedDataProvider& in)
 
 bool sameMarkers(const TAV::Markers& a, const TAV::Markers& b)
 {
-    if (a.size() != b.size())
-        return false;
-    for (int i = 0; i < a.size(); ++i)
-        if (a[i].id != b[i].id || a[i].time != b[i].time || a[i].x != b[i].x)
-            return false;
-    return true;
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const TAV::Marker& p, const TAV::Marker& q) {
+        return p.id == q.id && p.time == q.time && p.x == q.x;
+    });
 }
 
 void frameStore(FuzzedDataProvider& in)
@@ -224,11 +208,10 @@ void frameStore(FuzzedDataProvider& in)
                                     in.ConsumeIntegralInRange<int64_t>(-2, n + 1), float(in.ConsumeIntegral<int8_t>()),
                                     0, 0, 1};
                 track.markers.push_back(m);
-                if (m.time < 0 || m.time >= n)
-                    continue;
-                for (TAV::Marker& s : model[size_t(m.time)].markers)
-                    if (s.id == m.id)
-                        s = m;
+                if (m.time >= 0 && m.time < n)
+                    for (TAV::Marker& s : model[size_t(m.time)].markers)
+                        if (s.id == m.id)
+                            s = m;
             }
             check(code.SetData(track, TAV::MaskMarkers), "SetData's result");
             break;
@@ -251,9 +234,7 @@ void frameStore(FuzzedDataProvider& in)
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
     // Apply reports an out-of-range run on standard output; keep the log readable.
-    if (!std::freopen("/dev/null", "w", stdout))
-        return 1;
-    return 0;
+    return std::freopen("/dev/null", "w", stdout) ? 0 : 1;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <type_traits>
 
 namespace {
+
+constexpr int64_t kMax = std::numeric_limits<int64_t>::max(), kMin = std::numeric_limits<int64_t>::min();
 
 // A frame never turns into a number by accident, and QVector copies frames
 // (their strings must not be moved as raw bytes).
@@ -43,17 +46,37 @@ TEST(SampleLookup, SetAndAddFindOnlyThatId)
     }
 }
 
-TEST(Frame, CopySharesSamplesUntilOneSideWrites)
+TEST(FindIndex, FindsTheSampleAtATime)
 {
-    TAV::Frame a;
-    a.markers = markers({0, 1, 2});
-    TAV::Frame b = a;
-    EXPECT_TRUE(b.markers.isSharedWith(a.markers));
+    const struct {
+        const char* name;
+        std::vector<int64_t> times;
+        int64_t time;
+        int tolerance;
+        int index;
+    } rows[] = {{"WithinTolerance", {0, 10, 20, 30}, 14, 5, 1},
+                {"NoneWithinGivesLastProbe", {0, 10, 20, 30}, 14, 2, 2},
+                {"AfterTheLast", {0, 10, 20, 30}, 31, 100, -1},
+                {"BeforeTheFirst", {0, 10, 20, 30}, -1, 100, -1},
+                {"EmptyTrack", {}, 0, 0, -1},
+                {"ExtremeTimes", {kMin, 0, kMax}, kMax, 1000, 2}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        TAV::Markers track;
+        for (int64_t t : row.times)
+            track.append(marker(0, t));
+        EXPECT_EQ(TAV::findIndex(track, row.time, row.tolerance), row.index);
+    }
+}
 
-    ASSERT_TRUE(TAV::set(b, marker(1, 5, 3.0f)));
-
-    EXPECT_FALSE(b.markers.isSharedWith(a.markers));
-    EXPECT_EQ(a.markers.at(1).x, 0.0f);
+// Equal, or strictly within the tolerance, without overflow at the ends of the range.
+TEST(FuzzyCmp, StrictlyWithinToleranceBothWays)
+{
+    EXPECT_TRUE(TAV::fuzzyCmp<long>(5, 7, 3) && TAV::fuzzyCmp<long>(7, 5, 3));
+    EXPECT_FALSE(TAV::fuzzyCmp<long>(5, 8, 3) || TAV::fuzzyCmp<long>(8, 5, 3));
+    EXPECT_FALSE(TAV::fuzzyCmp<long>(5, 6, -3));
+    EXPECT_FALSE(TAV::fuzzyCmp<long>(kMin, kMax, 1000) || TAV::fuzzyCmp<long>(kMax, kMin, 1000));
+    EXPECT_TRUE(TAV::fuzzyCmp<long>(kMax, kMax - 1, 2) && TAV::fuzzyCmp<long>(kMin + 1, kMin, 2));
 }
 
 } // namespace
