@@ -234,10 +234,11 @@ TEST(BadFile, EndsWithOneLineNamingIt)
         SCOPED_TRACE(row.name);
         const QString name = QStringLiteral("take_%1.c3d").arg(QLatin1String(row.name)), path = dir.filePath(name);
         QFile f(path);
-        if (row.directory)
+        if (row.directory) {
             ASSERT_TRUE(QDir().mkdir(path));
-        else if (row.content)
+        } else if (row.content) {
             ASSERT_TRUE(f.open(QIODevice::WriteOnly) && f.write(row.content) >= 0);
+        }
         f.close();
         for (const QStringList& args : {QStringList{path}, QStringList{QStringLiteral("--report"), path}}) {
             const Outcome r = tavview(args);

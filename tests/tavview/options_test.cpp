@@ -32,8 +32,9 @@ TEST(ParseCommandLine, RefusesWithOneLineSayingWhy)
         QString message;
         EXPECT_EQ(parseCommandLine(QStringList{"tavview"} + row.args, options, message), row.result);
         EXPECT_TRUE(message.contains(QLatin1String(row.messagePart))) << message.toStdString();
-        if (row.result == ParseResult::Error)
+        if (row.result == ParseResult::Error) {
             EXPECT_FALSE(message.contains(QLatin1Char('\n'))) << message.toStdString();
+        }
     }
 }
 

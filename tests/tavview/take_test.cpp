@@ -42,9 +42,10 @@ TEST(LoadTake, RefusesAbsurdFrameRates)
         Take take;
         QString error;
         EXPECT_EQ(loadTake(path, take, error), row.second);
-        if (!row.second)
+        if (!row.second) {
             EXPECT_TRUE(error.contains(QStringLiteral("frame rate")) && error.contains(QStringLiteral("rate.c3d")))
                 << error.toStdString();
+        }
     }
 }
 
