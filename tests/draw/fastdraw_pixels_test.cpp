@@ -4,8 +4,14 @@
 #include "tests/draw/renderfixture.h"
 #include "tests/draw/takes.h"
 
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+
+#include <GL/glext.h>
+
 #include <algorithm>
 #include <iterator>
+#include <vector>
 
 namespace {
 
@@ -75,7 +81,10 @@ INSTANTIATE_TEST_SUITE_P(Views, FastDrawPixels,
                                          View{"LinesZoomedOut", -100, 640.f / 3200, 1, true, true},
                                          View{"LinesZoomedOutGrey", 11.1f, 640.f / 2950, 1, false},
                                          View{"LinesAFewFramesPerPixel", 1300.4f, 0.37f, 1, true, true},
-                                         View{"LinesZoomedIn", 1490.6f, 7.3f, 1, false, true}),
+                                         View{"LinesZoomedIn", 1490.6f, 7.3f, 1, false, true},
+                                         View{"EverySampleZoomedOut", -100, 640.f / 3200, 2, false},
+                                         View{"EverySampleByAxis", 23.9f, 640.f / 3050, 3, false, true},
+                                         View{"EverySampleWithLines", -50.5f, 640.f / 3100, 1, false}),
                          [](const testing::TestParamInfo<View>& i) { return std::string(i.param.name); });
 
 // The cull relies on the first fragment at a pixel keeping it. Under any other
@@ -108,9 +117,32 @@ TEST_P(FastDrawUnderHostState, PaintsTheSamePicture)
     EXPECT_TRUE(exact == fast);
 }
 
+// Arrays a host leaves on would be read with the fast paint's vertex arrays: a
+// secondary colour added to every fragment, or a buffer bound that its pointers
+// would be taken as offsets into.
+void leaveSecondaryColours()
+{
+    static const std::vector<GLfloat> bright(3 << 20, 1.f);
+    glEnable(GL_COLOR_SUM);
+    glEnableClientState(GL_SECONDARY_COLOR_ARRAY);
+    using Pointer = void(GLAPIENTRY*)(GLint, GLenum, GLsizei, const void*);
+    auto secondary = reinterpret_cast<Pointer>(QOpenGLContext::currentContext()->getProcAddress("glSecondaryColorPointer"));
+    secondary(3, GL_FLOAT, 0, bright.data());
+}
+void bindABuffer()
+{
+    QOpenGLFunctions* f = QOpenGLContext::currentContext()->functions();
+    GLuint buffer = 0;
+    f->glGenBuffers(1, &buffer);
+    f->glBindBuffer(GL_ARRAY_BUFFER, buffer);
+    f->glBufferData(GL_ARRAY_BUFFER, 1 << 20, nullptr, GL_STATIC_DRAW);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     States, FastDrawUnderHostState,
-    testing::Values(HostState{"LaterFragmentsWin", [] { glDepthFunc(GL_LEQUAL); }},
+    testing::Values(HostState{"SecondaryColoursLeftOn", leaveSecondaryColours},
+                    HostState{"ABufferBound", bindABuffer},
+                    HostState{"LaterFragmentsWin", [] { glDepthFunc(GL_LEQUAL); }},
                     HostState{"NoDepthWrites", [] { glDepthMask(GL_FALSE); }},
                     HostState{"SmoothPoints", [] { glEnable(GL_POINT_SMOOTH); }},
                     HostState{"SmoothLines", [] { glEnable(GL_LINE_SMOOTH); }},
@@ -195,5 +227,75 @@ INSTANTIATE_TEST_SUITE_P(
                                    m.y += 30;
                            }}),
     [](const testing::TestParamInfo<Change>& i) { return std::string(i.param.name); });
+
+} // namespace
+
+namespace {
+
+// Samples a host may hand over that the fast walk must not take for ordinary ones:
+// a still marker (kept by the filter's x step alone), filled samples, a coordinate
+// that is not finite, a track whose samples change id half way, times that go
+// back, a track starting before the frame range, offsets on both kinds; 20,000
+// frames, so that the index has several levels.
+class OddTake : public RealRender, public testing::WithParamInterface<View> {
+protected:
+    void SetUp() override
+    {
+        RealRender::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        const int frames = 20000;
+        TAV::Frames take = takes::generated({4, 2, frames, 9, 12000, 12400});
+        QVector<TAV::Marker> still, filled, odd, mixed, back;
+        for (int i = 0; i < frames; ++i) {
+            still.append(takes::marker(i, 5, -5, 12, i % 4000 < 3000 ? 1.f : 0.f));
+            const float a = i / 300.f;
+            filled.append(takes::marker(i, 20 * std::sin(a), 15 * std::cos(a), -10, 1, i % 50 < 20 ? 0x10 : 0));
+            odd.append(takes::marker(i, 30 * std::cos(a), i == 7000 ? NAN : 10 * std::sin(2 * a),
+                                     i == 9000 ? INFINITY : -20, 1));
+            mixed.append(takes::marker(i, -25 + std::sin(a), 25 - std::cos(a), 0, 1));
+            back.append(takes::marker(i < 15000 ? i - 500 : 30000 - i, 10 * std::sin(3 * a), -30, 35 * std::cos(a)));
+        }
+        take << takes::track(10, still) << takes::track(11, filled) << takes::track(12, odd)
+             << takes::track(13, mixed) << takes::track(14, back);
+        TAV::Frame& m = take[take.size() - 2];
+        for (int i = frames / 2; i < frames; ++i)
+            m.markers[i].id = 15;
+        load(take, {0, 1, 2, 3, 10, 11, 12, 13, 14}, {4, 5}, FramesInfo(0, frames, 100, frames - 100, 5000));
+        graph.trackOffsets[1] = Vector(5, -5, 2);
+        graph.trackOffsets[15] = Vector(-3, 3, 1);
+        graph.rbtrackOffsets[5] = Vector(10, 10, 10);
+        graph.trackOffsets[5] = Vector(-8, 0, 4);
+        graph.setProperty<bool>("enableFill", false);
+        view.viewport.pos.y = -60;
+        view.viewport.scale.y = height / 120.f;
+    }
+};
+
+TEST_P(OddTake, FastDrawPaintsTheSamePicture)
+{
+    view.viewport.pos.x = GetParam().left;
+    view.viewport.scale.x = GetParam().scale;
+    graph.setProperty<int>("pointSize", GetParam().pointSize);
+    graph.setProperty<int>("pointSizeMin", GetParam().pointSize);
+    graph.setProperty<bool>("LOD", GetParam().lod);
+    graph.setProperty<bool>("enableRGB", GetParam().rgb);
+
+    const QImage exact = render();
+    graph.setProperty<bool>("fastDraw", true);
+    const QImage fast = render();
+
+    ASSERT_FALSE(exact.isNull());
+    EXPECT_TRUE(exact == fast);
+}
+
+INSTANTIATE_TEST_SUITE_P(Views, OddTake,
+                         testing::Values(View{"ZoomedOut", -600, 640.f / 21000, 2},
+                                         View{"ZoomedOutEverySample", -600, 640.f / 21000, 2, false, true},
+                                         View{"ZoomedOutLines", -250.5f, 640.f / 20500, 1, true, true},
+                                         View{"AroundTheTurnBack", 14700.2f, 0.9f, 2, true},
+                                         View{"AroundTheIdChange", 9900.7f, 0.35f, 3, false, true},
+                                         View{"ZoomedIn", 6990.1f, 6, 2, true, true}),
+                         [](const testing::TestParamInfo<View>& i) { return std::string(i.param.name); });
 
 } // namespace

@@ -1,0 +1,133 @@
+// The pieces the fast walk rests on: its filter decides as the exact drawing's
+// does, and a track's index holds every valid sample of its blocks.
+#include "GL/gl.h"
+#include "modules/fasttracks.h"
+#include "modules/trackindex.h"
+#include "tests/draw/takes.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace {
+
+struct Steps {
+    const char* name;
+    float px, py;
+};
+
+// Samples whose x mostly grows by a few frames, sometimes jumps far or goes back,
+// whose coordinates wander by about the step in y, now and then not finite.
+struct Wander {
+    std::mt19937 rng{7};
+    uint64_t n = 100;
+    Vector p;
+
+    void next()
+    {
+        std::uniform_int_distribution<int> pick(0, 99);
+        const int k = pick(rng);
+        n = k < 3 ? n - 7 : k < 5 ? n + (uint64_t(1) << 26) : n + uint64_t(k % 4);
+        std::normal_distribution<float> step(0.f, 0.7f);
+        p = Vector(p.x + step(rng), p.y + step(rng), k == 50 ? NAN : p.z + step(rng));
+    }
+};
+
+TEST(PointFilter, LetsThroughWhatTheExactDrawingsFilterDoes)
+{
+    const Steps rows[] = {{"NoSteps", 0, 0},          {"Fractional", 2.5f, 0.8f},
+                          {"Wide", 37, 1.5f},         {"BeyondFloatSteps", 16777217.f, 1},
+                          {"BeyondEveryStep", 1e30f, 1}, {"NotANumber", NAN, 1},
+                          {"Negative", -3, 1},        {"Infinite", INFINITY, INFINITY}};
+    for (const Steps& row : rows) {
+        SCOPED_TRACE(row.name);
+        PointFilter fast(row.px, row.py);
+        GL::PLOD4 exact(row.px, row.py);
+        Wander w;
+        for (int i = 0; i < 5000; ++i) {
+            w.next();
+            ASSERT_EQ(fast(w.n, lanesOf(w.p)), exact(w.n, w.p)) << "sample " << i;
+        }
+    }
+}
+
+// Where no x of a stretch can make the step, testing the coordinates alone
+// decides as the whole test does.
+TEST(PointFilter, TestsCoordinatesAloneOnlyWhereNoStepIsPossible)
+{
+    PointFilter whole(40, 1), moved(40, 1);
+    Wander w;
+    int stretches = 0;
+    for (int s = 0; s < 400; ++s) {
+        const uint64_t first = w.n + 1;
+        const bool noStep = moved.noStepWithin(first, first + 15);
+        stretches += noStep;
+        for (uint64_t n = first; n <= first + 15; ++n) {
+            w.next();
+            w.n = n;
+            const bool a = whole(n, lanesOf(w.p));
+            ASSERT_EQ(noStep ? moved.moved(n, lanesOf(w.p)) : moved(n, lanesOf(w.p)), a) << "stretch " << s;
+        }
+    }
+    EXPECT_GT(stretches, 100);
+    EXPECT_FALSE(PointFilter(4, 1).noStepWithin(0, 4)) << "a step of exactly px";
+    EXPECT_TRUE(PointFilter(NAN, 1).noStepWithin(0, 1u << 30));
+}
+
+// Every block of every level against its samples: the box of the valid ones, their
+// times and ids, whether they are finite and in time order.
+TEST(TrackIndex, BoxesEveryValidSampleOfEachBlock)
+{
+    QVector<TAV::Marker> s;
+    for (int i = 0; i < 1000; ++i) {
+        const float a = i / 37.f;
+        s.append(TAV::Marker{i < 700 ? 3u : 4u, 0, i, std::sin(a), std::cos(a), a, (i % 97 < 9) ? 0.f : 1.f});
+    }
+    for (int i = 192; i < 256; ++i)
+        s[i].cond = 0; // a block without a valid sample
+    s[300].y = NAN;
+    s[500].time = 420; // back in time
+    s[800].x = -50;    // beyond the others, but not valid
+    s[800].cond = 0;
+    const TrackIndex index(s);
+    ASSERT_EQ(index.levels(), 3); // 16 blocks of 64, then 4, then 1
+    for (int level = 0; level < index.levels(); ++level)
+        for (int b = 0; b < index.count(level); ++b) {
+            SCOPED_TRACE(testing::Message() << "level " << level << " block " << b);
+            const int from = int(b * TrackIndex::span(level)), to = int(std::min<int64_t>(s.size(), from + TrackIndex::span(level)));
+            const SampleBlock& block = index.block(level, b);
+            bool any = false, finite = true, ascending = true, oneId = true;
+            float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
+            int64_t lastTime = std::numeric_limits<int64_t>::min();
+            for (int i = from; i < to; ++i) {
+                const TAV::Marker& m = s[i];
+                if (m.cond <= 0)
+                    continue;
+                oneId = oneId && (!any || m.id == block.id);
+                any = true;
+                ascending = ascending && m.time >= lastTime;
+                lastTime = m.time;
+                EXPECT_TRUE(m.time >= block.timeLo && m.time <= block.timeHi) << i;
+                const Vector v(m);
+                for (int axis = 0; axis < 3; ++axis) {
+                    finite = finite && std::isfinite(v[axis]);
+                    lo[axis] = std::isfinite(v[axis]) ? std::min(lo[axis], v[axis]) : lo[axis];
+                    hi[axis] = std::isfinite(v[axis]) ? std::max(hi[axis], v[axis]) : hi[axis];
+                }
+            }
+            EXPECT_EQ(block.empty(), !any);
+            for (int axis = 0; axis < 3 && any; ++axis) {
+                EXPECT_EQ(block.lo[axis], lo[axis]) << "axis " << axis;
+                EXPECT_EQ(block.hi[axis], hi[axis]) << "axis " << axis;
+            }
+            EXPECT_EQ(block.finite, finite);
+            EXPECT_EQ(block.ascending, ascending);
+            EXPECT_EQ(block.oneId, oneId);
+        }
+    EXPECT_EQ(index.block(2, 0).timeHi, 999);
+}
+
+} // namespace
