@@ -11,19 +11,52 @@ namespace {
 // The length comes early, so it shows in a narrow dock without scrolling.
 enum Column { TrackColumn, TypeColumn, LengthColumn, FirstColumn, LastColumn };
 // Where an item keeps its run's frame indices.
-const int firstRole = Qt::UserRole, lastRole = Qt::UserRole + 1, sortRole = Qt::UserRole + 2;
+const int firstRole = Qt::UserRole, lastRole = Qt::UserRole + 1;
 
-// Numbers sort as numbers.
+// A row that keeps its run and answers for its cells when asked: a long take has
+// hundreds of thousands of stretches, and items holding a variant per cell and
+// role, compared through variants, make filling and sorting the list take seconds.
 class AreaItem : public QTreeWidgetItem {
 public:
-    using QTreeWidgetItem::QTreeWidgetItem;
+    AreaItem(const TrackArea& row, qint64 firstFrame)
+        : row(row), numbers{0, 0, qint64(row.last) - row.first + 1, firstFrame + row.first, firstFrame + row.last}
+    {
+    }
+
+    QVariant data(int column, int role) const override
+    {
+        if (role == firstRole)
+            return qint64(row.first);
+        if (role == lastRole)
+            return qint64(row.last);
+        const bool number = column >= LengthColumn && column <= LastColumn;
+        if (role == Qt::DisplayRole)
+            return column == TrackColumn  ? QVariant(row.track)
+                   : column == TypeColumn ? QVariant(runTypeName(row.type))
+                   : number               ? QVariant(QString::number(numbers[column]))
+                                          : QVariant();
+        if (role == Qt::TextAlignmentRole && number)
+            return int(Qt::AlignRight | Qt::AlignVCenter);
+        if (role == Qt::ToolTipRole && column == TypeColumn)
+            return QStringLiteral("type 0x%1").arg(row.type, 0, 16);
+        return QTreeWidgetItem::data(column, role);
+    }
+
+    // Numbers sort as numbers.
     bool operator<(const QTreeWidgetItem& other) const override
     {
         const int c = treeWidget() ? treeWidget()->sortColumn() : 0;
-        if (c == TrackColumn || c == TypeColumn)
-            return QTreeWidgetItem::operator<(other);
-        return data(c, sortRole).toLongLong() < other.data(c, sortRole).toLongLong();
+        const auto& o = static_cast<const AreaItem&>(other);
+        if (c == TrackColumn)
+            return row.track < o.row.track;
+        if (c == TypeColumn)
+            return runTypeName(row.type) < runTypeName(o.row.type);
+        return numbers[c] < o.numbers[c];
     }
+
+private:
+    TrackArea row;
+    qint64 numbers[5];
 };
 } // namespace
 
@@ -91,21 +124,9 @@ void AreasPanel::fill()
     tree->setSortingEnabled(false);
     tree->clear();
     QList<QTreeWidgetItem*> items;
-    for (const TrackArea& row : rows) {
-        auto* item = new AreaItem();
-        const qint64 values[] = {0, 0, qint64(row.last) - row.first + 1, firstFrame + row.first, firstFrame + row.last};
-        item->setText(TrackColumn, row.track);
-        item->setText(TypeColumn, runTypeName(row.type));
-        item->setToolTip(TypeColumn, QStringLiteral("type 0x%1").arg(row.type, 0, 16));
-        for (int c = LengthColumn; c <= LastColumn; ++c) {
-            item->setText(c, QString::number(values[c]));
-            item->setData(c, sortRole, values[c]);
-            item->setTextAlignment(c, Qt::AlignRight | Qt::AlignVCenter);
-        }
-        item->setData(TypeColumn, firstRole, qint64(row.first));
-        item->setData(TypeColumn, lastRole, qint64(row.last));
-        items.append(item);
-    }
+    items.reserve(rows.size());
+    for (const TrackArea& row : rows)
+        items.append(new AreaItem(row, firstFrame));
     tree->addTopLevelItems(items);
     tree->setSortingEnabled(true);
 }
