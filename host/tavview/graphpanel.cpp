@@ -43,6 +43,10 @@ GraphPanel::GraphPanel(const ModuleRegistry& registry, QWidget* windowParent, QO
         return;
     // Send only what can be seen; the picture is the same.
     graphObject->setProperty(GraphProperty::fastDraw, true);
+    // Every valid sample drawn, as the tooltip names them: the level-of-detail
+    // filter would hide samples that moved less than a pixel, and its walk through
+    // every sample before the view would make a long take slow to zoom.
+    graphObject->setProperty(GraphProperty::LOD, false);
 
     QObject* g = graphObject;
     connect(glWindow, SIGNAL(Paint2D(GLW*)), g, SLOT(Draw2D(GLW*)));
