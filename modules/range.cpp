@@ -2,6 +2,7 @@
 // the y extent of the shown tracks.
 #include "modules/minmax.h"
 #include "modules/tavgraph.h"
+#include "modules/trackindex.h"
 
 #include "modules/core/contract.h"
 #include "modules/core/framex.h"
@@ -9,21 +10,67 @@
 #include "modules/core/trackoffsets.h"
 #include "utils/saturate.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 
 template <class T>
-void widenBySamples(const QVector<T>& samples, const IdMap<Vector>& offsets, qint64 offsetX, float minx,
-                    float maxx, float& miny, float& maxy)
+void widenBySamples(const T* s, const T* end, const IdMap<Vector>& offsets, qint64 offsetX, float minx, float maxx,
+                    float& miny, float& maxy)
 {
     OffsetOf offset(offsets);
-    for (const T& s : samples) {
-        const float x = float(frameX(s.time, offsetX));
+    for (; s != end; ++s) {
+        const float x = float(frameX(s->time, offsetX));
         if (minx > x || x > maxx)
             continue;
-        if (s.cond <= 0)
+        if (s->cond <= 0)
             continue;
-        minmax(Vector(s) - offset(s.id), miny, maxy);
+        minmax(Vector(*s) - offset(s->id), miny, maxy);
     }
+}
+
+// The same widening over a track's index: a block wholly inside [minx, maxx] whose
+// valid samples share one id widens by its box, which holds the least and greatest
+// of their values less the offset (float subtraction keeps their order; both skip
+// values that are not numbers). Which of two zeros comes first could differ, but
+// the rectangle's arithmetic does not keep the sign of a zero edge.
+template <class T>
+void widenByIndex(const QVector<T>& samples, const TrackIndex& index, int level, int i,
+                  const IdMap<Vector>& offsets, qint64 offsetX, float minx, float maxx, float& miny, float& maxy)
+{
+    const SampleBlock& block = index.block(level, i);
+    if (block.empty())
+        return;
+    const float x0 = float(frameX(block.timeLo, offsetX)), x1 = float(frameX(block.timeHi, offsetX));
+    if (minx > x1 || x0 > maxx)
+        return;
+    const int64_t span = TrackIndex::span(level);
+    const int a = int(i * span), b = int(std::min<int64_t>(samples.size(), a + span));
+    if (!(minx > x0) && !(x1 > maxx) && block.oneId) {
+        Vector o;
+        offsets.find(int(block.id), o);
+        float lo[3], hi[3];
+        bool plain = true;
+        for (int axis = 0; axis < 3; ++axis) {
+            lo[axis] = block.lo[axis] - o[axis];
+            hi[axis] = block.hi[axis] - o[axis];
+            plain = plain && std::isfinite(lo[axis]) && std::isfinite(hi[axis]); // an axis without a number
+        }
+        if (plain) {
+            for (int axis = 0; axis < 3; ++axis) {
+                minmax(lo[axis], miny, maxy);
+                minmax(hi[axis], miny, maxy);
+            }
+            return;
+        }
+    }
+    if (level == 0) {
+        widenBySamples(samples.constData() + a, samples.constData() + b, offsets, offsetX, minx, maxx, miny, maxy);
+        return;
+    }
+    for (int c = i * TrackIndex::fan; c < std::min(index.count(level - 1), (i + 1) * TrackIndex::fan); ++c)
+        widenByIndex(samples, index, level - 1, c, offsets, offsetX, minx, maxx, miny, maxy);
 }
 
 } // namespace
@@ -34,11 +81,26 @@ int TAVGraph::rangeYTr(int mode, float& miny, float& maxy, float minx, float max
         return 1;
     const bool enableMarkers = property<bool>(GraphProperty::enableMarkers);
     const bool enableRigids = property<bool>(GraphProperty::enableRigids);
-    for (const TAV::Frame& f : tracks) {
-        if (enableMarkers && trackShown(markers, markers, rigids, f.id))
-            widenBySamples(f.markers, trackOffsets, offsetX, minx, maxx, miny, maxy);
-        if (enableRigids && trackShown(rigids, markers, rigids, f.id))
-            widenBySamples(f.rigids, rbtrackOffsets, offsetX, minx, maxx, miny, maxy);
+    // A host that has the graph draw fast also has it keep the tracks' index.
+    const bool indexed = property<bool>(GraphProperty::fastDraw) && &tracks == &this->tracks;
+    if (indexed && !trackIndexes)
+        trackIndexes = std::make_unique<TrackIndexes>();
+    for (int i = 0; i < tracks.size(); ++i) {
+        const TAV::Frame& f = tracks.at(i);
+        if (enableMarkers && trackShown(markers, markers, rigids, f.id)) {
+            if (indexed && !f.markers.isEmpty())
+                widenByIndex(f.markers, trackIndexes->markers(tracks, i), trackIndexes->markers(tracks, i).levels() - 1,
+                             0, trackOffsets, offsetX, minx, maxx, miny, maxy);
+            else
+                widenBySamples(f.markers.cbegin(), f.markers.cend(), trackOffsets, offsetX, minx, maxx, miny, maxy);
+        }
+        if (enableRigids && trackShown(rigids, markers, rigids, f.id)) {
+            if (indexed && !f.rigids.isEmpty())
+                widenByIndex(f.rigids, trackIndexes->rigids(tracks, i), trackIndexes->rigids(tracks, i).levels() - 1,
+                             0, rbtrackOffsets, offsetX, minx, maxx, miny, maxy);
+            else
+                widenBySamples(f.rigids.cbegin(), f.rigids.cend(), rbtrackOffsets, offsetX, minx, maxx, miny, maxy);
+        }
     }
     return 1;
 }

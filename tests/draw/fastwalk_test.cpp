@@ -2,6 +2,7 @@
 // does, and a track's index holds every valid sample of its blocks.
 #include "GL/gl.h"
 #include "modules/fasttracks.h"
+#include "modules/tavgraph.h"
 #include "modules/trackindex.h"
 #include "tests/draw/takes.h"
 
@@ -128,6 +129,70 @@ TEST(TrackIndex, BoxesEveryValidSampleOfEachBlock)
             EXPECT_EQ(block.oneId, oneId);
         }
     EXPECT_EQ(index.block(2, 0).timeHi, 999);
+}
+
+} // namespace
+
+namespace {
+
+// With "fastDraw" the data rectangle is read from the tracks' index where it can
+// be: it must be the rectangle the samples give.
+TEST(FastRange, IsTheRectangleTheSamplesGive)
+{
+    TAV::Frames take = takes::generated({3, 1, 5000, 4, 2000, 2100});
+    // Spikes just outside a selection of frames 1000 to 4000; zeros of both signs
+    // on different axes; a track whose id changes half way, with other offsets.
+    take[0].markers[4010].y = 500;
+    take[0].markers[4010].cond = 2;
+    take[1].markers[990].z = -500;
+    take[1].markers[990].cond = 2;
+    QVector<TAV::Marker> zeros;
+    for (int i = 0; i < 5000; ++i)
+        zeros.append(i % 2 ? takes::marker(i, -0.f, -7, -7) : takes::marker(i, -7, 0, -7));
+    take << takes::track(9, zeros);
+    for (int i = 2500; i < 5000; ++i)
+        take.last().markers[i].id = 19;
+    QVector<TAV::Marker> noY; // no number on one axis at all
+    for (int i = 0; i < 5000; ++i)
+        noY.append(takes::marker(i, 1, NAN, 2));
+    take << takes::track(7, noY);
+    const struct {
+        const char* name;
+        int mode;
+        QList<int> markers, rigids;
+        Vector offset;
+        QRectF start;
+    } rows[] = {{"AllFrames", 1, {0, 1, 2}, {3}, {}, {}},
+                {"Selection", 2, {0, 1}, {3}, {}, {}},
+                {"Zeros of both signs", 1, {9}, {}, {}, QRectF(0, -5, 0, -5)},
+                {"An axis without numbers", 1, {7}, {}, {}, {}},
+                {"Offsets", 1, {0, 2, 9}, {3}, {2.5f, -1, 3}, {}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        QRectF plain, fast;
+        for (bool indexed : {false, true}) {
+            TAVGraph g;
+            FramesInfo info(0, 5000, 300, 4300, 0);
+            g.SetFramesInfo(&info);
+            g.SetTracks(&take);
+            g.SetTrackSelection(row.markers, "markers");
+            g.SetTrackSelection(row.rigids, "rigids");
+            g.selectStart = 1000;
+            g.selectEnd = 4000;
+            for (int id : {0, 2, 9})
+                g.trackOffsets[id] = row.offset;
+            g.trackOffsets[19] = Vector(-40, 0, 0);
+            g.rbtrackOffsets[3] = row.offset;
+            g.setProperty<bool>("fastDraw", indexed);
+            QRectF r = row.start;
+            g.Range2D(&r, row.mode);
+            (indexed ? fast : plain) = r;
+        }
+        EXPECT_EQ(fast.top(), plain.top());
+        EXPECT_EQ(fast.bottom(), plain.bottom());
+        EXPECT_EQ(fast.left(), plain.left());
+        EXPECT_EQ(fast.right(), plain.right());
+    }
 }
 
 } // namespace
