@@ -7,6 +7,7 @@
 #include "bench/stage.h"
 
 #include "host/tavview/viewcamera.h"
+#include "modules/core/contract.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -16,6 +17,7 @@
 #include <benchmark/benchmark.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -125,6 +127,61 @@ void paintBlank(benchmark::State& state)
     }
 }
 
+// The floor under a zoomed-in paint on this GL: the window repainted with every
+// point (or every segment) of the ZoomedInFrames frames sent in one vertex array,
+// grey, at the paint's point size, depth rule and blending, and no graph drawing.
+void paintFloor(benchmark::State& state, int frames, PaintStyle style)
+{
+    GraphView* g = Stage::instance().window(frames);
+    if (!g) {
+        state.SkipWithError(noDisplay);
+        return;
+    }
+    g->setUp(PaintCase{true, style, true});
+    const QRectF shown = g->shown();
+    std::vector<GLfloat> xyz;
+    for (const TAV::Frame& f : qAsConst(g->graph().tracks)) {
+        const auto add = [&](const auto& samples) {
+            for (int i = 1; i < samples.size(); ++i) {
+                const auto &a = samples.at(i - 1), &b = samples.at(i);
+                if (a.time < shown.left() || b.time > shown.right() || a.cond <= 0 || b.cond <= 0)
+                    continue;
+                const Vector va(a), vb(b);
+                for (int axis = 0; axis < 3; ++axis) {
+                    if (style == PaintStyle::Lines)
+                        xyz.insert(xyz.end(), {GLfloat(a.time), va[axis], 1.f});
+                    xyz.insert(xyz.end(), {GLfloat(b.time), vb[axis], 1.f});
+                }
+            }
+        };
+        add(f.markers);
+        add(f.rigids);
+    }
+    const int size = g->graph().property<int>(GraphProperty::pointSizeMin);
+    g->view().setProperty("visible", false); // the graph draws nothing
+    const auto draw = QObject::connect(g->window(), &GLWindow::Paint2D, [&](GLW*) {
+        glPushAttrib(GL_ALL_ATTRIB_BITS);
+        glEnable(GL_DEPTH_TEST);
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        glPointSize(GLfloat(size));
+        glColor3f(0.8f, 0.8f, 0.8f);
+        glEnableClientState(GL_VERTEX_ARRAY);
+        glVertexPointer(3, GL_FLOAT, 0, xyz.data());
+        glDrawArrays(style == PaintStyle::Lines ? GL_LINES : GL_POINTS, 0, GLsizei(xyz.size() / 3));
+        glDisableClientState(GL_VERTEX_ARRAY);
+        glPopAttrib();
+    });
+    g->window()->updateGL();
+    for (auto _ : state) {
+        g->window()->updateGL();
+        glFinish();
+    }
+    QObject::disconnect(draw);
+    g->view().setProperty("visible", true);
+    state.counters["vertices"] = double(xyz.size() / 3);
+}
+
 void readWindow(benchmark::State& state, int frames)
 {
     const TAV::Frames& tracks = Stage::instance().tracks(frames);
@@ -152,6 +209,8 @@ void registerPaints(int frames, const BenchOptions& options)
     }
     timed(benchmark::RegisterBenchmark(("paint/fast/cursor/out" + n).c_str(), paintCursor, frames));
     timed(benchmark::RegisterBenchmark(("limit/read-window" + n).c_str(), readWindow, frames));
+    timed(benchmark::RegisterBenchmark(("limit/gl-points-in" + n).c_str(), paintFloor, frames, PaintStyle::Points));
+    timed(benchmark::RegisterBenchmark(("limit/gl-lines-in" + n).c_str(), paintFloor, frames, PaintStyle::Lines));
     for (const QString& peer : {QStringLiteral("qcustomplot"), QStringLiteral("qwt")})
         for (bool zoomedIn : {false, true}) {
             const std::string name =

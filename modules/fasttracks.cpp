@@ -348,6 +348,12 @@ void drawFastTracks(const TAVGraph& g, const GLW& glw, Coverage* coverage, Track
             coverage, false};
     p.window = visibleX(p.ps, glw);
     p.lines = p.ls.draw && p.ls.left <= p.ls.right;
+    // Where a frame spans a pixel or more, a track's points and segments seldom fall
+    // on pixels already written, and looking costs more than sending them.
+    const ViewEdges& e = p.ps.view;
+    if (!(std::fabs(double(e.right) - e.left) >= e.w))
+        coverage = nullptr;
+    p.culling = coverage;
     p.cullPoints = coverage && pointSizeExact(p.ps.size);
 
     const auto shows = [&g](bool kind, const QList<int>& own, uint32_t id) {
