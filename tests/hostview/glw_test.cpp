@@ -1,5 +1,6 @@
 #include "GL/glw.h"
 #include "GL/glwindow.h"
+#include "tests/hostview/probe.h"
 
 #include <QAction>
 #include <QPointer>
@@ -75,12 +76,17 @@ TEST(GLW, CursorMapsTheWindowMouseAndAWindowShowsItsViews)
 TEST(GLW, AMouseActionReplacesTheOneOfTheSameName)
 {
     GLW view;
-    const QPointer<QAction> first = view.NewMouseAction(0x1, 0, "movecursor", nullptr, nullptr);
-    QAction* second = view.NewMouseAction(0x2, 0, "movecursor", nullptr, nullptr);
+    Probe probe;
+    Mouse mouse;
+    const QPointer<QAction> first = view.NewMouseAction(0x1, 0, "movecursor", &probe, SLOT(ExpandSelect()));
+    // Any method code comes off, METHOD's 0 as SLOT's 1: the slot gets the mouse directly.
+    QAction* second = view.NewMouseAction(0x2, 0, "movecursor", &probe, "0MoveCursor(Mouse*, bool)");
     EXPECT_TRUE(first.isNull());
     EXPECT_EQ(view.findChild<QAction*>("movecursor"), second);
-    EXPECT_EQ(view.MouseEvent(0x1, nullptr, true), 0) << "the replaced binding is gone";
-    EXPECT_EQ(view.MouseEvent(0x2, nullptr, true), 1);
+    EXPECT_EQ(view.MouseEvent(0x1, &mouse, true), 0) << "the replaced binding is gone";
+    EXPECT_EQ(view.MouseEvent(0x2, &mouse, true), 1);
+    EXPECT_EQ(probe.calls, QStringList{"MoveCursor(true)"});
+    EXPECT_EQ(probe.lastMouse, &mouse);
     EXPECT_TRUE(view.DeleteAction("movecursor"));
     EXPECT_FALSE(view.DeleteAction("movecursor"));
     EXPECT_TRUE(view.actions().isEmpty());
