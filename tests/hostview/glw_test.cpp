@@ -38,17 +38,6 @@ TEST(GLW, PlacesTheViewInItsWindow)
     }
 }
 
-// Both edges belong to the view: the right and bottom ones too.
-TEST(GLW, HitIncludesEveryEdgeAndNothingBeyond)
-{
-    GLW view;
-    view.rect = QRectF(100, 50, 200, 100);
-    EXPECT_EQ(view.hit(100, 50), &view);
-    EXPECT_EQ(view.hit(300, 150), &view);
-    EXPECT_EQ(view.hit(301, 100), nullptr);
-    EXPECT_EQ(view.hit(200, 151), nullptr);
-}
-
 // A window marks its views visible (an absent property draws nothing) unless the
 // host said otherwise; the cursor needs a live window.
 TEST(GLW, CursorMapsTheWindowMouseAndAWindowShowsItsViews)
