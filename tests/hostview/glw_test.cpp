@@ -54,6 +54,11 @@ TEST(GLW, CursorMapsTheWindowMouseAndAWindowShowsItsViews)
     window->AddView(&hidden);
     EXPECT_TRUE(view.property<bool>("visible"));
     EXPECT_FALSE(hidden.property<bool>("visible"));
+    GLW stranger;
+    window->update = 0;
+    window->RemoveView(nullptr);
+    window->RemoveView(&stranger);
+    EXPECT_EQ(window->update, 0) << "removing what the window does not hold changes nothing";
     window->mouse.x = 25;
     window->mouse.y = 29;
     EXPECT_EQ(view.Cursor(), Vector(22.5f, 27.25f, 0));
@@ -79,6 +84,10 @@ TEST(GLW, AMouseActionReplacesTheOneOfTheSameName)
     EXPECT_TRUE(view.DeleteAction("movecursor"));
     EXPECT_FALSE(view.DeleteAction("movecursor"));
     EXPECT_TRUE(view.actions().isEmpty());
+    // A name without a code is taken as it is.
+    view.NewMouseAction(0x4, 0, "bare", &probe, "MoveCursor(Mouse*, bool)");
+    EXPECT_EQ(view.MouseEvent(0x4, &mouse, false), 1);
+    EXPECT_EQ(probe.calls, (QStringList{"MoveCursor(true)", "MoveCursor(false)"}));
 }
 
 } // namespace
