@@ -1,79 +1,64 @@
 #pragma once
-// A host that meets the graph only as a plug-in: the library by file name, init,
-// the factory received through "Register", and slots called by name. It owns a
-// real GL window with one view, so paints, actions and menus are real.
-#include "GL/glw.h"
+// A host that meets the graph only as a plug-in (see tests/plugin/pluginhost.h) and
+// owns a real GL window with one view, so paints, actions and menus are real.
 #include "GL/glwindow.h"
-#include "Qt/menutree.h"
-#include "tav/tavframes.h"
-#include "utils/framesinfo.h"
+#include "tests/plugin/pluginhost.h"
 #include "tests/support/patience.h"
 
-#include <gtest/gtest.h>
-
-#include <QLibrary>
 #include <QMenu>
-#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 
+#include <initializer_list>
 #include <memory>
 
-class Registrar : public QObject {
-    Q_OBJECT
+class HostileHost : public testing::Test, public PluginHost {
 public:
-    void* factory = nullptr;
-public slots:
-    void Register(const char*, const char*, void* f) { factory = f; }
-};
-
-class HostileHost : public testing::Test {
-public:
-    typedef int (*InitFn)(QObject*);
-    typedef QObject* (*FactoryFn)(QObject*, const char*);
-
     HostileHost()
     {
         window->resize(400, 300);
-        view->rect = QRectF(0, 0, 1, 1);
-        view->setProperty("visible", true);
-        window->AddView(view);
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get(), patienceMs));
+        start();
+    }
+    ~HostileHost() override { delete view.data(); }
+
+    // Loads the module, makes the graph and connects it to a view of its own.
+    void start()
+    {
         load();
+        newView();
     }
-    ~HostileHost() override
+    void newView()
     {
-        delete graph.data();
         delete view.data();
-    }
-
-    void load()
-    {
-        library.setFileName(TAVGRAPH_PLUGIN);
-        ASSERT_TRUE(library.load()) << library.errorString().toStdString();
-        const auto init = reinterpret_cast<InitFn>(library.resolve("init"));
-        ASSERT_NE(init, nullptr);
-        Registrar registrar;
-        init(&registrar);
-        ASSERT_NE(registrar.factory, nullptr);
-        graph = reinterpret_cast<FactoryFn>(registrar.factory)(nullptr, "graph");
-        QObject::connect(window.get(), SIGNAL(Paint2D(GLW*)), graph, SLOT(Draw2D(GLW*)));
-        connected();
-    }
-    void connected() { call("Connected", Q_ARG(GLW*, view.data())); }
-
-    // A slot by name, as a host calls it; false when the graph has no such slot.
-    template <class... Args>
-    bool call(const char* slot, Args... args)
-    {
-        return graph && QMetaObject::invokeMethod(graph, slot, Qt::DirectConnection, args...);
+        view = new GLW();
+        view->rect = QRectF(0, 0, 1, 1);
+        window->AddView(view);
+        QObject::connect(window.get(), SIGNAL(Paint2D(GLW*)), graph, SLOT(Draw2D(GLW*)), Qt::UniqueConnection);
+        call("Connected", Q_ARG(GLW*, view.data()));
     }
     void frames(FramesInfo info) { call("SetFramesInfo", Q_ARG(FramesInfo*, &info)); }
     void tracks(TAV::Frames* store) { call("SetTracks", Q_ARG(TAV::Frames*, store)); }
     void select(const QList<int>& ids, const char* kind = "markers")
     {
         call("SetTrackSelection", Q_ARG(QList<int>, ids), Q_ARG(QString, QString::fromLatin1(kind)));
+    }
+    // Each frame range in turn, painted and navigated.
+    void sweep(std::initializer_list<FramesInfo> infos)
+    {
+        for (const FramesInfo& info : infos) {
+            frames(info);
+            paint();
+            navigate();
+        }
+    }
+    // The usual hand-over: frame range, store, selected marker tracks.
+    void feed(FramesInfo info, TAV::Frames* store, const QList<int>& ids)
+    {
+        frames(info);
+        tracks(store);
+        select(ids);
     }
     // A real paint of the window, fast and exact; the number of views painted.
     int paint()
@@ -97,29 +82,32 @@ public:
             call("Range2D", Q_ARG(QRectF*, &fit), Q_ARG(int, mode));
         call("Selected", Q_ARG(QRectF, QRectF(2, 0, 5, 0)));
     }
-    int buildMenu()
+    // The context menu the window builds for the view, as entry names.
+    QString menu()
     {
-        MenuTree tree;
-        call("InitContextMenuTree", Q_ARG(GLW*, view.data()), Q_ARG(MenuTree*, &tree));
         QMenu menu;
-        return tree.Build(&menu);
+        if (view)
+            window->FillContextMenu(&menu, view, graph);
+        QStringList names;
+        for (const QAction* a : menu.actions())
+            names << (a->isSeparator() ? "|" : a->menu() ? a->menu()->title() : a->objectName());
+        return names.join(' ');
     }
 
-    QLibrary library;
     std::unique_ptr<GLWindow> window = std::make_unique<GLWindow>();
-    QPointer<GLW> view = new GLW();
-    QPointer<QObject> graph;
+    QPointer<GLW> view;
 };
 
-// n marker tracks with ids 1.., each of length frames; sample i at time i.
-inline TAV::Frames markerTracks(int n, int frames, float cond = 1.0f)
+// n marker tracks with ids 1.., each of length frames; sample i at time i, every
+// eleventh one invalid.
+inline TAV::Frames markerTracks(int n, int frames)
 {
     TAV::Frames store;
     for (int id = 1; id <= n; ++id) {
         TAV::Frame track;
         track.id = uint32_t(id);
         for (int i = 0; i < frames; ++i)
-            track.markers.append({uint32_t(id), 0, i, float(i), float(id * 10 + i % 7), float(-i), i % 11 ? cond : 0.0f});
+            track.markers.append({uint32_t(id), 0, i, float(i), float(id * 10 + i % 7), float(-i), i % 11 ? 1.0f : 0});
         store.append(track);
     }
     return store;

@@ -1,5 +1,6 @@
 #include "GL/glw.h"
 #include "GL/glwindow.h"
+#include "tests/hostview/probe.h"
 
 #include <QAction>
 #include <QPointer>
@@ -37,17 +38,6 @@ TEST(GLW, PlacesTheViewInItsWindow)
     }
 }
 
-// Both edges belong to the view: the right and bottom ones too.
-TEST(GLW, HitIncludesEveryEdgeAndNothingBeyond)
-{
-    GLW view;
-    view.rect = QRectF(100, 50, 200, 100);
-    EXPECT_EQ(view.hit(100, 50), &view);
-    EXPECT_EQ(view.hit(300, 150), &view);
-    EXPECT_EQ(view.hit(301, 100), nullptr);
-    EXPECT_EQ(view.hit(200, 151), nullptr);
-}
-
 // A window marks its views visible (an absent property draws nothing) unless the
 // host said otherwise; the cursor needs a live window.
 TEST(GLW, CursorMapsTheWindowMouseAndAWindowShowsItsViews)
@@ -64,6 +54,11 @@ TEST(GLW, CursorMapsTheWindowMouseAndAWindowShowsItsViews)
     window->AddView(&hidden);
     EXPECT_TRUE(view.property<bool>("visible"));
     EXPECT_FALSE(hidden.property<bool>("visible"));
+    GLW stranger;
+    window->update = 0;
+    window->RemoveView(nullptr);
+    window->RemoveView(&stranger);
+    EXPECT_EQ(window->update, 0) << "removing what the window does not hold changes nothing";
     window->mouse.x = 25;
     window->mouse.y = 29;
     EXPECT_EQ(view.Cursor(), Vector(22.5f, 27.25f, 0));
@@ -75,15 +70,24 @@ TEST(GLW, CursorMapsTheWindowMouseAndAWindowShowsItsViews)
 TEST(GLW, AMouseActionReplacesTheOneOfTheSameName)
 {
     GLW view;
-    const QPointer<QAction> first = view.NewMouseAction(0x1, 0, "movecursor", nullptr, nullptr);
-    QAction* second = view.NewMouseAction(0x2, 0, "movecursor", nullptr, nullptr);
+    Probe probe;
+    Mouse mouse;
+    const QPointer<QAction> first = view.NewMouseAction(0x1, 0, "movecursor", &probe, SLOT(ExpandSelect()));
+    // Any method code comes off, METHOD's 0 as SLOT's 1: the slot gets the mouse directly.
+    QAction* second = view.NewMouseAction(0x2, 0, "movecursor", &probe, "0MoveCursor(Mouse*, bool)");
     EXPECT_TRUE(first.isNull());
     EXPECT_EQ(view.findChild<QAction*>("movecursor"), second);
-    EXPECT_EQ(view.MouseEvent(0x1, nullptr, true), 0) << "the replaced binding is gone";
-    EXPECT_EQ(view.MouseEvent(0x2, nullptr, true), 1);
+    EXPECT_EQ(view.MouseEvent(0x1, &mouse, true), 0) << "the replaced binding is gone";
+    EXPECT_EQ(view.MouseEvent(0x2, &mouse, true), 1);
+    EXPECT_EQ(probe.calls, QStringList{"MoveCursor(true)"});
+    EXPECT_EQ(probe.lastMouse, &mouse);
     EXPECT_TRUE(view.DeleteAction("movecursor"));
     EXPECT_FALSE(view.DeleteAction("movecursor"));
     EXPECT_TRUE(view.actions().isEmpty());
+    // A name without a code is taken as it is.
+    view.NewMouseAction(0x4, 0, "bare", &probe, "MoveCursor(Mouse*, bool)");
+    EXPECT_EQ(view.MouseEvent(0x4, &mouse, false), 1);
+    EXPECT_EQ(probe.calls, (QStringList{"MoveCursor(true)", "MoveCursor(false)"}));
 }
 
 } // namespace

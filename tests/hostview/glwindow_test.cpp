@@ -204,19 +204,9 @@ void PrintTo(const Inset& row, std::ostream* os) { *os << row.name; }
 
 class Pixels : public ShownWindow, public testing::WithParamInterface<Inset> {};
 
-void quad(float x0, float y0, float x1, float y1, float z)
-{
-    glBegin(GL_QUADS);
-    glVertex3f(x0, y0, z);
-    glVertex3f(x1, y0, z);
-    glVertex3f(x1, y1, z);
-    glVertex3f(x0, y1, z);
-    glEnd();
-}
-
-// A red quad whose edges lie a quarter pixel outside the centres of view pixels
+// A red rectangle whose edges lie a quarter pixel outside the centres of view pixels
 // i 20..39 and j 10..29 covers exactly those (half a pixel off would lose a row or
-// column); a green one behind it (smaller z) fills the rest of the view.
+// column), over a green one that fills the rest of the view.
 TEST_P(Pixels, DataCoordinatesLandOnTheirPixels)
 {
     const Inset& row = GetParam();
@@ -224,12 +214,10 @@ TEST_P(Pixels, DataCoordinatesLandOnTheirPixels)
     // Read while painting: the back buffer then holds exactly this frame.
     QImage image;
     QObject::connect(&window, &GLWindow::Paint2D, [&image](GLW*) {
-        glEnable(GL_DEPTH_TEST);
-        glColor3f(1, 0, 0);
-        quad(19.875f, 22.4375f, 29.625f, 27.3125f, 0.2f);
         glColor3f(0, 1, 0);
-        quad(-1000, -1000, 1000, 1000, 0.1f);
-        glDisable(GL_DEPTH_TEST);
+        glRectf(-1000, -1000, 1000, 1000);
+        glColor3f(1, 0, 0);
+        glRectf(19.875f, 22.4375f, 29.625f, 27.3125f);
         QImage rows(200, 100, QImage::Format_RGBA8888);
         glReadPixels(0, 0, 200, 100, GL_RGBA, GL_UNSIGNED_BYTE, rows.bits());
         image = rows.mirrored();

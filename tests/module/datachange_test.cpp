@@ -1,5 +1,6 @@
 #include "graphfixture.h"
 
+#include "modules/core/frametimes.h"
 #include "tests/glrecorder/glrecorder.h"
 
 #include <QSignalSpy>
@@ -8,42 +9,41 @@
 
 namespace {
 
-struct FramesInfoRow {
-    const char* name;
-    FramesInfo info;
-    double period;
-    QList<QVariant> updateSelect; // empty: nothing emitted
-};
-
-void PrintTo(const FramesInfoRow& row, std::ostream* os) { *os << row.name; }
-
-class SetFramesInfoRows : public testing::TestWithParam<FramesInfoRow> {};
-
-TEST_P(SetFramesInfoRows, SetsOffsetAndPeriodAndReportsAValidHeadTail)
+TEST(SetFramesInfo, SetsOffsetAndPeriodAndReportsAValidHeadTail)
 {
-    TAVGraph graph;
-    QSignalSpy spy(&graph, &TAVGraph::UpdateSelect);
-    FramesInfo info = GetParam().info;
-    graph.SetFramesInfo(&info);
-    EXPECT_EQ(graph.offsetX, info.start);
-    EXPECT_DOUBLE_EQ(graph.period, GetParam().period);
-    EXPECT_EQ(spy.isEmpty() ? QList<QVariant>() : spy.at(0), GetParam().updateSelect);
-    EXPECT_LE(spy.count(), 1);
+    const qint64 huge = std::numeric_limits<qint64>::max();
+    const struct {
+        const char* name;
+        FramesInfo info;
+        double period;
+        QList<QVariant> updateSelect; // empty: nothing emitted
+    } rows[] = {{"RelativeToStart", FramesInfo(100, 200, 0, 1, 0, 120.0f), 1e6 / 120.0, {qint64(-100), qint64(-99)}},
+                {"EmptyHeadTailEmitsNothing", FramesInfo(0, 100, 5, 5, 0, 0.0f), 1.0, {}},
+                {"NegativeHeadEmitsNothing", FramesInfo(0, 100, -1, 10, 0, 100.0f), 10000.0, {}},
+                // Head and tail are tested as 32-bit values; the 64-bit pair clamps instead of overflowing.
+                {"HugeValuesClampWithoutOverflow", FramesInfo(-huge, huge, 0, 1, 0, 1.0f), 1e6, {huge, huge}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        TAVGraph graph;
+        QSignalSpy spy(&graph, &TAVGraph::UpdateSelect);
+        FramesInfo info = row.info;
+        graph.SetFramesInfo(&info);
+        EXPECT_EQ(graph.offsetX, info.start);
+        EXPECT_DOUBLE_EQ(graph.period, row.period);
+        EXPECT_EQ(spy.isEmpty() ? QList<QVariant>() : spy.at(0), row.updateSelect);
+        EXPECT_LE(spy.count(), 1);
+    }
 }
 
-const qint64 huge = std::numeric_limits<qint64>::max();
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, SetFramesInfoRows,
-    testing::Values(
-        FramesInfoRow{"RelativeToStart", FramesInfo(100, 200, 0, 1, 0, 120.0f), 1e6 / 120.0,
-                      {qint64(-100), qint64(-99)}},
-        FramesInfoRow{"EmptyHeadTailEmitsNothing", FramesInfo(0, 100, 5, 5, 0, 0.0f), 1.0, {}},
-        FramesInfoRow{"NegativeHeadEmitsNothing", FramesInfo(0, 100, -1, 10, 0, 100.0f), 10000.0, {}},
-        // Head and tail are tested as 32-bit values; the 64-bit pair clamps instead of overflowing.
-        FramesInfoRow{"HugeValuesClampWithoutOverflow", FramesInfo(-huge, huge, 0, 1, 0, 1.0f), 1e6,
-                      {huge, huge}}),
-    [](const testing::TestParamInfo<FramesInfoRow>& i) { return std::string(i.param.name); });
+// Sample times in microseconds; without a rate, the frame numbers.
+TEST(FrameTimes, RoundToMicrosecondsOrCountFrames)
+{
+    EXPECT_EQ(frameTimes(3, 120.0), QList<qint64>({0, 8333, 16667}));
+    EXPECT_EQ(frameTimes(3, 0.0), QList<qint64>({0, 1, 2}));
+    EXPECT_EQ(frameTimes(2, -50.0), QList<qint64>({0, 1}));
+    EXPECT_TRUE(frameTimes(0, 120.0).isEmpty());
+    EXPECT_TRUE(frameTimes(-4, 120.0).isEmpty());
+}
 
 TEST(DataChange, SelectionNamesAreExactAndRebuildRegions)
 {
@@ -79,11 +79,9 @@ TEST(DataChange, MergeOrsTheSelectedTracksFrameByFrame)
     EXPECT_TRUE(graph.regionsSet.at(0x1000009).empty());
 }
 
-using DataChangeWithView = GraphWithView;
-
 // The graph's copy shares the host's frames: reading them for regions, offsets, the
 // data range and painting (both drawing modes) must never detach it.
-TEST_F(DataChangeWithView, ReadingTheTracksKeepsTheHostStoreShared)
+TEST_F(GraphWithView, ReadingTheTracksKeepsTheHostStoreShared)
 {
     TAV::Frames host = makeTracks({makeTrack(1, {1, 1, 0, 1}, {1, 1, 1, 1}), makeTrack(2, {1, 1, 1, 1})});
     setFrames(0, 4);
@@ -98,7 +96,7 @@ TEST_F(DataChangeWithView, ReadingTheTracksKeepsTheHostStoreShared)
     graph->Range2D(&rect, 1);
     graph->NextAOI();
     for (bool fast : {false, true}) {
-        graph->setProperty<bool>("fastDraw", fast);
+        graph->setProperty<bool>(GraphProperty::fastDraw, fast);
         glrec::reset();
         graph->Draw2D(view);
         EXPECT_GT(glrec::count(glrec::calls(), "glVertex3f"), 0); // the points were read

@@ -1,5 +1,6 @@
 #pragma once
 // A graph connected to a real view in a real GL window, and builders of tracks and runs.
+#include "modules/core/contract.h"
 #include "modules/tavgraph.h"
 
 #include <gtest/gtest.h>
@@ -53,18 +54,17 @@ inline std::string runsText(const Regions& regions)
     return text;
 }
 
-// A fresh graph, window and view per test. The view fills an 800 x 600 window, one
-// pixel per frame from pos.x on; tests may destroy the view.
-class GraphWithView : public testing::Test {
-protected:
-    GraphWithView()
+// A fresh graph, window and view. The view fills an 800 x 600 window, one pixel per
+// frame from pos.x on; tests may destroy the view.
+struct GraphOnView {
+    GraphOnView()
     {
         window->resize(800, 600);
         view->rect = QRectF(0, 0, 1, 1);
         window->AddView(view);
         window->update = 0;
     }
-    ~GraphWithView() override
+    ~GraphOnView()
     {
         delete view.data();
         delete graph.data();
@@ -83,3 +83,5 @@ protected:
     std::unique_ptr<GLWindow> window = std::make_unique<GLWindow>();
     QPointer<GLW> view = new GLW();
 };
+
+class GraphWithView : public testing::Test, public GraphOnView {};

@@ -38,7 +38,7 @@ TEST_F(ViewLifetime, HandlerDeletingTheViewBeforeTheRepaintOfAToggle)
         delete view.data();
     });
     graph->ToggleDrawOriginal(true);
-    EXPECT_TRUE(graph->property<bool>("drawOrig"));
+    EXPECT_TRUE(graph->property<bool>(GraphProperty::drawOrig));
     EXPECT_EQ(window->update, 0);
 }
 
@@ -57,6 +57,7 @@ TEST_F(ViewLifetime, DestroyedViewLeavesTheGraphUnconnected)
     EXPECT_EQ(window->update, 0);
 }
 
+// Without a window only the view's mouse actions can be made.
 TEST_F(ViewLifetime, ViewWhoseWindowIsGoneDoesNotRepaint)
 {
     window.reset();
@@ -64,6 +65,9 @@ TEST_F(ViewLifetime, ViewWhoseWindowIsGoneDoesNotRepaint)
     graph->DataChange();
     EXPECT_EQ(graph->MoveCursor(nullptr, true), 1); // the cursor reads (0, 0, -1)
     graph->NextAOI();
+    qDeleteAll(view->actions());
+    graph->Connected(view);
+    EXPECT_EQ(view->actions().size(), 3);
 }
 
 } // namespace

@@ -25,60 +25,48 @@ TAV::Frames rangeTracks()
     return makeTracks({markers, rigids});
 }
 
-struct RangeRow {
-    const char* name;
-    FramesInfo info;
-    qint64 selectStart, selectEnd;
-    bool modifyRegion;
-    int mode;
-    QRectF in, expected;
-    bool enableRigids = true;
-    QList<int> rigids = {};
-};
-
-void PrintTo(const RangeRow& row, std::ostream* os) { *os << row.name; }
-
-class Range2DRows : public testing::TestWithParam<RangeRow> {};
-
-TEST_P(Range2DRows, GrowsTheRectangle)
+TEST(Range2D, GrowsTheRectangle)
 {
-    const RangeRow& row = GetParam();
-    TAVGraph graph;
-    TAV::Frames tracks = rangeTracks();
-    graph.SetTracks(&tracks);
-    graph.SetTrackSelection(row.rigids, "rigids");
-    FramesInfo info = row.info;
-    graph.SetFramesInfo(&info);
-    graph.selectStart = row.selectStart;
-    graph.selectEnd = row.selectEnd;
-    graph.ModifyRegion(row.modifyRegion);
-    graph.EnableRigids(row.enableRigids);
-    QRectF rect = row.in;
-    graph.Range2D(&rect, row.mode);
-    EXPECT_EQ(rectText(rect), rectText(row.expected));
-}
-
-const FramesInfo takeAt1000(1000, 1100, 1010, 1020, 1000, 100.0f);
-const FramesInfo fourFrames(0, 4, 0, 0, 0, 100.0f);
-const QRectF flat(0, 7, 0, -4);
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, Range2DRows,
-    testing::Values(
-        RangeRow{"Mode0HeadTailWithoutModifyRegion", takeAt1000, 0, 0, false, 0, flat, QRectF(10, 7, 10, -4)},
-        RangeRow{"Mode0WholeRangeWithModifyRegion", takeAt1000, 0, 0, true, 0, flat, QRectF(0, 7, 100, -4)},
+    const FramesInfo takeAt1000(1000, 1100, 1010, 1020, 1000, 100.0f);
+    const FramesInfo fourFrames(0, 4, 0, 0, 0, 100.0f);
+    const QRectF flat(0, 7, 0, -4);
+    const struct {
+        const char* name;
+        FramesInfo info;
+        qint64 selectStart, selectEnd;
+        bool modifyRegion;
+        int mode;
+        QRectF in, expected;
+        bool enableRigids = true;
+        QList<int> rigids = {};
+    } rows[] = {
+        {"Mode0HeadTailWithoutModifyRegion", takeAt1000, 0, 0, false, 0, flat, QRectF(10, 7, 10, -4)},
+        {"Mode0WholeRangeWithModifyRegion", takeAt1000, 0, 0, true, 0, flat, QRectF(0, 7, 100, -4)},
         // The stored selection is already relative to the start.
-        RangeRow{"Mode2ReversedSelectionIsSwapped", takeAt1000, 40, 10, true, 2, flat, QRectF(10, 7, 30, -4)},
-        RangeRow{"Mode1FitsThenScalesFiveFold", fourFrames, 0, 0, true, 1, QRectF(), QRectF(0, 15, 4, -25), false},
-        RangeRow{"OnlyRigidsSelectedSkipsMarkerTracks", fourFrames, 0, 0, true, 1, QRectF(), QRectF(0, 100, 4, -100),
-                 true, {2}},
-        RangeRow{"EdgesCountInvalidSamplesDoNot", fourFrames, 1, 3, true, 2, QRectF(), QRectF(1, 3, 2, -3), false},
-        RangeRow{"ExtentOnlyGrows", fourFrames, 0, 0, true, 1, QRectF(-5, 30, 20, -40), QRectF(-5, 150, 20, -200),
-                 false},
+        {"Mode2ReversedSelectionIsSwapped", takeAt1000, 40, 10, true, 2, flat, QRectF(10, 7, 30, -4)},
+        {"Mode1FitsThenScalesFiveFold", fourFrames, 0, 0, true, 1, QRectF(), QRectF(0, 15, 4, -25), false},
+        {"OnlyRigidsSelectedSkipsMarkerTracks", fourFrames, 0, 0, true, 1, QRectF(), QRectF(0, 100, 4, -100), true, {2}},
+        {"EdgesCountInvalidSamplesDoNot", fourFrames, 1, 3, true, 2, QRectF(), QRectF(1, 3, 2, -3), false},
+        {"ExtentOnlyGrows", fourFrames, 0, 0, true, 1, QRectF(-5, 30, 20, -40), QRectF(-5, 150, 20, -200), false},
         // Beyond float range: the edges clamp to the largest float instead of overflowing.
-        RangeRow{"HugeRectStaysDefined", fourFrames, 0, 0, true, 1, QRectF(0, 1e300, 10, -2e300),
-                 QRectF(0, 5e300, 10, -1e301)}),
-    [](const testing::TestParamInfo<RangeRow>& i) { return std::string(i.param.name); });
+        {"HugeRectStaysDefined", fourFrames, 0, 0, true, 1, QRectF(0, 1e300, 10, -2e300), QRectF(0, 5e300, 10, -1e301)}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        TAVGraph graph;
+        TAV::Frames tracks = rangeTracks();
+        graph.SetTracks(&tracks);
+        graph.SetTrackSelection(row.rigids, "rigids");
+        FramesInfo info = row.info;
+        graph.SetFramesInfo(&info);
+        graph.selectStart = row.selectStart;
+        graph.selectEnd = row.selectEnd;
+        graph.ModifyRegion(row.modifyRegion);
+        graph.EnableRigids(row.enableRigids);
+        QRectF rect = row.in;
+        graph.Range2D(&rect, row.mode);
+        EXPECT_EQ(rectText(rect), rectText(row.expected));
+    }
+}
 
 // Range2D first clamps the stored selection into the frames.
 TEST(Range2D, NormalisesTheStoredSelection)
