@@ -105,6 +105,9 @@ public:
 
     int first() const { return from; }
     int end() const { return to; }
+    const T* data() const { return d; }
+    // The filter lets few samples through; without it every one is a point.
+    bool eachSampleLookedAt() const { return !p.ps.lod; }
 
     // The axes on which a point of the block may still add a pixel.
     int axes(const SampleBlock& block)
@@ -217,6 +220,8 @@ public:
 
     int first() const { return from; }
     int end() const { return to; }
+    const T* data() const { return d; }
+    bool eachSampleLookedAt() const { return true; }
 
     // The axes on which a segment of the block, or the one into it, may still add
     // a pixel.
@@ -289,6 +294,28 @@ private:
     }
 };
 
+// Samples [a, b) of a block that may add a pixel on `axes`. Where each of them
+// would be looked at, they are first asked about in pieces of a few samples:
+// zoomed out, a piece lands on a few pixels, and most often adds nothing.
+template <class Walk>
+void visitSamples(Walk& w, int a, int b, int axes)
+{
+    if (!w.eachSampleLookedAt()) {
+        w.samples(a, b, axes);
+        return;
+    }
+    constexpr int piece = 8;
+    for (int s = a; s < b; s += piece) {
+        const int e = std::min(b, s + piece);
+        const SampleBlock block = blockOf(w.data() + s, w.data() + e);
+        const int left = w.axes(block) & axes;
+        if (left)
+            w.samples(s, e, left);
+        else
+            w.pass(s, e, block);
+    }
+}
+
 // Block i of a level: when nothing in it can add a pixel, the walk passes over it;
 // otherwise it looks at its blocks one level down, and at the lowest level at each
 // sample, on the axes that can still add one.
@@ -305,7 +332,7 @@ void visit(Walk& w, const TrackIndex& index, int level, int i)
     if (!axes)
         w.pass(a, b, block);
     else if (level == 0)
-        w.samples(a, b, axes);
+        visitSamples(w, a, b, axes);
     else
         for (int c = i * TrackIndex::fan; c < std::min(index.count(level - 1), (i + 1) * TrackIndex::fan); ++c)
             visit(w, index, level - 1, c);

@@ -41,36 +41,52 @@ void widen(SampleBlock& into, const SampleBlock& b)
 }
 
 
-// The block of samples [m, end).
+} // namespace
+
 template <class T>
 SampleBlock blockOf(const T* m, const T* end)
 {
     SampleBlock b = emptyBlock();
-    Lanes lo = splat(HUGE_VALF), hi = splat(-HUGE_VALF);
-    LaneMask odd = {0, 0, 0, 0}; // non-zero where some coordinate is not finite
+    while (m != end && m->cond <= 0)
+        ++m;
+    if (m == end)
+        return b;
+    // From the first valid sample on, everything is accumulated without a branch
+    // but the test for validity.
+    const uint32_t id = m->id;
+    uint32_t otherIds = 0;
+    int64_t lo = m->time, hi = m->time, previous = m->time;
+    bool descends = false;
+    Lanes low = splat(HUGE_VALF), high = splat(-HUGE_VALF); // a value that is not a number is passed over
+    LaneMask odd = {0, 0, 0, 0};                           // zero for a finite value, NaN otherwise
     for (; m != end; ++m) {
         if (m->cond <= 0)
             continue;
-        if (b.empty())
-            b.id = m->id;
-        b.oneId = b.oneId && m->id == b.id;
-        b.ascending = b.ascending && !(b.timeHi > m->time);
-        b.timeLo = std::min(b.timeLo, int64_t(m->time));
-        b.timeHi = std::max(b.timeHi, int64_t(m->time));
+        otherIds |= m->id ^ id;
+        descends |= m->time < previous;
+        previous = m->time;
+        lo = std::min(lo, int64_t(m->time));
+        hi = std::max(hi, int64_t(m->time));
         const Lanes v = lanesOf(*m);
-        lo = v < lo ? v : lo;
-        hi = v > hi ? v : hi;
-        odd |= LaneMask(v - v); // zero for a finite value, NaN otherwise
+        low = v < low ? v : low;
+        high = v > high ? v : high;
+        odd |= LaneMask(v - v);
     }
+    b.id = id;
+    b.oneId = otherIds == 0;
+    b.ascending = !descends;
+    b.timeLo = lo;
+    b.timeHi = hi;
     for (int axis = 0; axis < 3; ++axis) {
-        b.lo[axis] = lo[axis];
-        b.hi[axis] = hi[axis];
+        b.lo[axis] = low[axis];
+        b.hi[axis] = high[axis];
         b.finite = b.finite && odd[axis] == 0;
     }
     return b;
 }
 
-} // namespace
+template SampleBlock blockOf(const TAV::Marker*, const TAV::Marker*);
+template SampleBlock blockOf(const TAV::Rigid*, const TAV::Rigid*);
 
 template <class T>
 TrackIndex::TrackIndex(const QVector<T>& samples)

@@ -22,6 +22,10 @@ struct SampleBlock {
     bool empty() const { return timeLo > timeHi; }
 };
 
+// The block of samples [m, end).
+template <class T>
+SampleBlock blockOf(const T* m, const T* end);
+
 class TrackIndex {
 public:
     static constexpr int leaf = 64; // samples in a block of level 0
