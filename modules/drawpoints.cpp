@@ -34,15 +34,6 @@ void draw_v(int n, const Vector& v, const int& channels, bool rgb, bool rb)
     }
 }
 
-void ColourSender::operator()(const ColorRGB& c)
-{
-    if (sent && c.r == last.r && c.g == last.g && c.b == last.b)
-        return;
-    glColor3f(c.r, c.g, c.b);
-    last = c;
-    sent = true;
-}
-
 PointPaint pointPaint(const TAVGraph& g, const GLW& glw)
 {
     PointPaint s;

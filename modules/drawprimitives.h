@@ -38,16 +38,6 @@ inline ColorRGB vertexColor(int axis, bool rgb, bool rb = false)
     return rb ? ColorRGB{8.0f, 0.8f, 0.2f} : ColorRGB{0.8f, 0.8f, 0.8f};
 }
 
-// Sends a colour only when it differs from the one it sent last.
-class ColourSender {
-public:
-    void operator()(const ColorRGB& c);
-
-private:
-    ColorRGB last{0, 0, 0};
-    bool sent = false;
-};
-
 // One point per bit of channels (1 x, 2 y, 4 z) at x = n, z = 1. Grey, or the
 // rigid-body colour for rb; with rgb each axis in its own colour.
 void draw_v(int n, const Vector& v, const int& channels, bool rgb, bool rb);

@@ -133,35 +133,30 @@ public:
     // Samples [a, b) of `block` send no point, but the filter sees them. Most of a
     // zoomed-out take goes through here, so the filter's state is kept in locals,
     // and where the block's times cannot make the x step, only its coordinates
-    // are tested.
+    // are tested. A block is passed over only when it has no valid sample or its
+    // valid samples carry one id (axes() sees to that; the walk is not made when no
+    // axis is drawn).
     void pass(int a, int b, const SampleBlock& block)
     {
-        if (!p.ps.lod)
+        if (!p.ps.lod || block.empty())
             return;
         const int64_t x0 = frameX(block.timeLo, p.g.offsetX), x1 = frameX(block.timeHi, p.g.offsetX);
-        const bool noStep = block.ascending && x0 >= 0 && lod.noStepWithin(uint64_t(x0), uint64_t(x1));
-        if (block.oneId)
-            lod = noStep ? filtered<true, false>(lod, d + a, d + b, block.id)
-                         : filtered<true, true>(lod, d + a, d + b, block.id);
+        if (block.ascending && x0 >= 0 && lod.noStepWithin(uint64_t(x0), uint64_t(x1)))
+            lod = filtered<false>(lod, d + a, d + b, lanesOf(offset(block.id)));
         else
-            lod = filtered<false, true>(lod, d + a, d + b, d[a].id);
+            lod = filtered<true>(lod, d + a, d + b, lanesOf(offset(block.id)));
     }
 
-    // The filter after it saw the shown samples of [m, end), of which those of
-    // `oneId` all carry `id`, and of `steps` may make the x step.
-    template <bool oneId, bool steps>
-    PointFilter filtered(PointFilter f, const T* m, const T* end, uint32_t id)
+    // The filter after it saw the shown samples of [m, end), all less offset `o`,
+    // of which `steps` may make the x step.
+    template <bool steps>
+    PointFilter filtered(PointFilter f, const T* m, const T* end, Lanes o)
     {
         const bool fill = p.ps.fill;
         const int64_t offsetX = p.g.offsetX;
-        Lanes o = lanesOf(offset(id));
         for (; m != end; ++m) {
             if (!pointShown(*m, fill))
                 continue;
-            if (!oneId && m->id != id) {
-                id = m->id;
-                o = lanesOf(offset(id));
-            }
             if (steps)
                 f(uint64_t(frameX(m->time, offsetX)), lanesOf(*m) - o);
             else
@@ -388,7 +383,7 @@ void drawFastTracks(const TAVGraph& g, const GLW& glw, Coverage* coverage, Track
     };
     const int channels = p.ps.channels;
     VertexList points, segments;
-    for (int i = 0; i < g.tracks.size(); ++i) {
+    for (int i = 0; (channels & 7) && i < g.tracks.size(); ++i) {
         const TAV::Frame& f = g.tracks.at(i);
         if (shows(p.ps.markers, g.markers, f.id) && !f.markers.isEmpty()) {
             PointWalk<TAV::Marker> w(p, f.markers, g.trackOffsets, false, points);
@@ -399,7 +394,7 @@ void drawFastTracks(const TAVGraph& g, const GLW& glw, Coverage* coverage, Track
             walk(w, p.cullPoints ? &indexes.rigids(g.tracks, i) : nullptr, channels);
         }
     }
-    for (int i = 0; p.lines && i < g.tracks.size(); ++i) {
+    for (int i = 0; p.lines && (channels & 7) && i < g.tracks.size(); ++i) {
         const TAV::Frame& f = g.tracks.at(i);
         if (shows(p.ps.markers, g.markers, f.id) && !f.markers.isEmpty()) {
             LineWalk<TAV::Marker> w(p, f.markers, segments);

@@ -33,10 +33,9 @@ void VertexList::draw(GLenum mode) const
         glPopClientAttrib();
         return;
     }
-    ColourSender colour;
     glBegin(mode);
     for (GLsizei i = 0; i < n; ++i) {
-        colour(ColorRGB{rgb[3 * i], rgb[3 * i + 1], rgb[3 * i + 2]});
+        glColor3f(rgb[3 * i], rgb[3 * i + 1], rgb[3 * i + 2]);
         glVertex3f(xyz[3 * i], xyz[3 * i + 1], xyz[3 * i + 2]);
     }
     glEnd();

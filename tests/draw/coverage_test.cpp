@@ -81,6 +81,19 @@ TEST(PointCull, DropsWhatCanAddNothing)
     EXPECT_TRUE(c.point(std::nan(""), 50, 2)) << "not finite: left to GL";
 }
 
+// A point whose reach ends exactly on a pixel's centre may write that pixel.
+TEST(PointCull, KeepsAPointThatMayReachAnUncertainCentreExactly)
+{
+    WindowMap map;
+    map.ax = 1;
+    map.by = 1;
+    Coverage c(map, PixelRect{0, 0, 100, 100}, 0.125); // sums of powers of two: exact
+    c.point(12.0, 20.5, 3);                            // columns 11 and 12, rows 19 to 21 certain
+    ASSERT_TRUE(c.certain(11, 20) && c.certain(12, 21) && !c.certain(10, 20));
+    // Reach 1 + 0.125 + 0.5 from 11.625 ends on column 10's centre, 10.5.
+    EXPECT_TRUE(c.point(11.625, 20.5, 2));
+}
+
 // Columns and rows 10 to 19 certain: a block of points of size 2 is dropped when
 // every pixel centre within 1 px and the margin of its box is among them.
 TEST(PointCull, DropsABlockOnlyWhenAllItsPointsCouldWriteIsCertain)

@@ -216,9 +216,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Change{"Pan", [](TAVGraph&, GLW& v) { v.viewport.pos.x += 40; }},
                     Change{"Selection", [](TAVGraph& g, GLW&) { g.SetTrackSelection({0, 1}, "markers"); }},
                     Change{"Offsets", [](TAVGraph& g, GLW&) { g.trackOffsets[0] = Vector(20, 20, 20); }},
-                    Change{"NewTracks",
+                    Change{"NewTracksAsManyAsBefore",
                            [](TAVGraph& g, GLW&) {
-                               TAV::Frames take = takes::generated({12, 2, 3000, 6, 1500, 1530});
+                               TAV::Frames take = takes::generated({13, 2, 3000, 6, 1500, 1530});
                                g.SetTracks(&take);
                            }},
                     Change{"SamplesEditedInPlace",

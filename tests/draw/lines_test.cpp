@@ -5,6 +5,7 @@
 #include "tests/draw/takes.h"
 
 #include <random>
+#include <vector>
 
 using takes::marker;
 using takes::rigid;
@@ -106,22 +107,40 @@ TEST_F(Lines, MatchAPlainWalkWhereTracksBeginLeftOfTheView)
     for (int k = 0; k < 12; ++k) {
         QVector<TAV::Marker> ms;
         int64_t t = start(rng);
-        for (int i = 0; i < 150; ++i, t += step(rng))
+        for (int i = 0; i < 151; ++i, t += step(rng)) {
             ms.append(marker(t, float(i), float(k), float(-i), valid(rng) ? 1.f : 0.f));
-        graph.tracks.append(track(uint32_t(k), ms));
+            ms.last().id = uint32_t(k);
+        }
+        ms.resize(150); // the last sample stays in the vector's memory, past its end
+        TAV::Frame f;
+        f.id = uint32_t(k);
+        f.markers = ms;
+        graph.tracks.append(f);
     }
     graph.trackOffsets[5] = Vector(1, 2, 3);
 
-    for (float left : {-100.f, -20.5f, 0.f, 33.25f, 120.f, 400.f}) {
+    // The fast paint's segments are the same ones, in one block, as floats.
+    const auto vertices = [](const Calls& calls) {
+        std::vector<std::vector<double>> v;
+        for (const glrec::Call& c : calls)
+            if (c.name == "glVertex3d" || c.name == "glVertex3f")
+                v.push_back({double(float(c.args[0])), c.args[1], c.args[2]});
+        return v;
+    };
+    for (float left : {-100.f, -20.5f, -3.f, 0.f, 33.25f, 120.f, 400.f}) {
         for (float scale : {0.5f, 4.f}) {
             view.viewport.pos.x = left;
             view.viewport.scale.x = scale;
+            graph.setProperty<bool>("fastDraw", false);
             const Calls lines = afterPoints(draw());
+            graph.setProperty<bool>("fastDraw", true);
+            const Calls fast = afterPoints(draw());
 
             glrec::reset();
             for (const TAV::Frame& f : qAsConst(graph.tracks))
                 plainWalk(f.markers, viewEdges(view), graph.offsetX, f.id == 5 ? Vector(1, 2, 3) : Vector());
             EXPECT_EQ(glrec::toString(lines), glrec::toString(glrec::calls())) << "left " << left << " scale " << scale;
+            EXPECT_EQ(vertices(fast), vertices(glrec::calls())) << "left " << left << " scale " << scale;
         }
     }
 }
