@@ -3,7 +3,9 @@
 #include "modules/core/framex.h"
 #include "modules/core/shown.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace {
 
@@ -12,7 +14,22 @@ void pickIn(const QVector<T>& samples, bool rigid, const IdMap<Vector>& offsets,
             const PixelMap& map, QPointF mouse, double maxPixels, HoverHit& best)
 {
     OffsetOf offset(offsets);
-    for (const T& s : samples) {
+    // Samples come in frame order: where their x stays within 32 bits it ascends
+    // with them, and only those near the mouse need a look.
+    const T* begin = samples.constData();
+    const T* end = begin + samples.size();
+    if (begin != end && map.sx > 0) {
+        const int64_t first = frameX(begin->time, shown.offsetX), last = frameX((end - 1)->time, shown.offsetX);
+        if (first >= INT32_MIN && first <= last && last <= INT32_MAX) {
+            const auto pixel = [&](const T& s) {
+                return map.toPixel(double(float(frameX32(s.time, shown.offsetX))), 0).x();
+            };
+            begin = std::partition_point(begin, end, [&](const T& s) { return pixel(s) < mouse.x() - maxPixels; });
+            end = std::partition_point(begin, end, [&](const T& s) { return pixel(s) <= mouse.x() + maxPixels; });
+        }
+    }
+    for (const T* it = begin; it != end; ++it) {
+        const T& s = *it;
         if (!pointShown(s, shown.enableFill))
             continue;
         const double x = double(float(frameX32(s.time, shown.offsetX)));
