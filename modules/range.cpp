@@ -85,22 +85,20 @@ int TAVGraph::rangeYTr(int mode, float& miny, float& maxy, float minx, float max
     const bool indexed = property<bool>(GraphProperty::fastDraw) && &tracks == &this->tracks;
     if (indexed && !trackIndexes)
         trackIndexes = std::make_unique<TrackIndexes>();
+    const auto widen = [&](const auto& samples, const TrackIndex* index, const IdMap<Vector>& offsets) {
+        if (index)
+            widenByIndex(samples, *index, index->levels() - 1, 0, offsets, offsetX, minx, maxx, miny, maxy);
+        else
+            widenBySamples(samples.cbegin(), samples.cend(), offsets, offsetX, minx, maxx, miny, maxy);
+    };
     for (int i = 0; i < tracks.size(); ++i) {
         const TAV::Frame& f = tracks.at(i);
-        if (enableMarkers && trackShown(markers, markers, rigids, f.id)) {
-            if (indexed && !f.markers.isEmpty())
-                widenByIndex(f.markers, trackIndexes->markers(tracks, i), trackIndexes->markers(tracks, i).levels() - 1,
-                             0, trackOffsets, offsetX, minx, maxx, miny, maxy);
-            else
-                widenBySamples(f.markers.cbegin(), f.markers.cend(), trackOffsets, offsetX, minx, maxx, miny, maxy);
-        }
-        if (enableRigids && trackShown(rigids, markers, rigids, f.id)) {
-            if (indexed && !f.rigids.isEmpty())
-                widenByIndex(f.rigids, trackIndexes->rigids(tracks, i), trackIndexes->rigids(tracks, i).levels() - 1,
-                             0, rbtrackOffsets, offsetX, minx, maxx, miny, maxy);
-            else
-                widenBySamples(f.rigids.cbegin(), f.rigids.cend(), rbtrackOffsets, offsetX, minx, maxx, miny, maxy);
-        }
+        if (enableMarkers && trackShown(markers, markers, rigids, f.id))
+            widen(f.markers, indexed && !f.markers.isEmpty() ? &trackIndexes->markers(tracks, i) : nullptr,
+                  trackOffsets);
+        if (enableRigids && trackShown(rigids, markers, rigids, f.id))
+            widen(f.rigids, indexed && !f.rigids.isEmpty() ? &trackIndexes->rigids(tracks, i) : nullptr,
+                  rbtrackOffsets);
     }
     return 1;
 }

@@ -121,20 +121,23 @@ void TrackIndexes::follow(const TAV::Frames& tracks)
     rigidIndex.resize(size_t(tracks.size()));
 }
 
-const TrackIndex& TrackIndexes::markers(const TAV::Frames& tracks, int i)
+template <class T>
+const TrackIndex& TrackIndexes::indexOf(std::vector<std::unique_ptr<TrackIndex>>& kind, const QVector<T>& samples,
+                                       const TAV::Frames& tracks, int i)
 {
     follow(tracks);
-    std::unique_ptr<TrackIndex>& index = markerIndex[size_t(i)];
+    std::unique_ptr<TrackIndex>& index = kind[size_t(i)];
     if (!index)
-        index = std::make_unique<TrackIndex>(held.at(i).markers);
+        index = std::make_unique<TrackIndex>(samples);
     return *index;
+}
+
+const TrackIndex& TrackIndexes::markers(const TAV::Frames& tracks, int i)
+{
+    return indexOf(markerIndex, tracks.at(i).markers, tracks, i);
 }
 
 const TrackIndex& TrackIndexes::rigids(const TAV::Frames& tracks, int i)
 {
-    follow(tracks);
-    std::unique_ptr<TrackIndex>& index = rigidIndex[size_t(i)];
-    if (!index)
-        index = std::make_unique<TrackIndex>(held.at(i).rigids);
-    return *index;
+    return indexOf(rigidIndex, tracks.at(i).rigids, tracks, i);
 }

@@ -63,4 +63,7 @@ private:
     std::vector<std::unique_ptr<TrackIndex>> markerIndex, rigidIndex;
 
     void follow(const TAV::Frames& tracks);
+    template <class T>
+    const TrackIndex& indexOf(std::vector<std::unique_ptr<TrackIndex>>& kind, const QVector<T>& samples,
+                              const TAV::Frames& tracks, int i);
 };

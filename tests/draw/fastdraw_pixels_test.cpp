@@ -24,9 +24,28 @@ struct View {
 };
 void PrintTo(const View& row, std::ostream* os) { *os << row.name; }
 
+// A take painted exactly and fast through one view of a row.
+class BothWays : public RealRender {
+protected:
+    void expectFastIsExact(const View& row)
+    {
+        view.viewport.pos.x = row.left;
+        view.viewport.scale.x = row.scale;
+        graph.setProperty<int>("pointSize", row.pointSize);
+        graph.setProperty<int>("pointSizeMin", row.pointSize);
+        graph.setProperty<bool>("LOD", row.lod);
+        graph.setProperty<bool>("enableRGB", row.rgb);
+        const QImage exact = render();
+        graph.setProperty<bool>("fastDraw", true);
+        const QImage fast = render();
+        ASSERT_FALSE(exact.isNull());
+        EXPECT_TRUE(exact == fast);
+    }
+};
+
 // 3000 frames of 12 markers and 2 rigid bodies, all missing in frames 1500-1529;
 // one more marker track begins at frame 300.
-class WalkingTake : public RealRender {
+class WalkingTake : public BothWays {
 protected:
     void SetUp() override
     {
@@ -46,22 +65,7 @@ protected:
 
 class FastDrawPixels : public WalkingTake, public testing::WithParamInterface<View> {};
 
-TEST_P(FastDrawPixels, PaintsTheSamePicture)
-{
-    view.viewport.pos.x = GetParam().left;
-    view.viewport.scale.x = GetParam().scale;
-    graph.setProperty<int>("pointSize", GetParam().pointSize);
-    graph.setProperty<int>("pointSizeMin", GetParam().pointSize);
-    graph.setProperty<bool>("LOD", GetParam().lod);
-    graph.setProperty<bool>("enableRGB", GetParam().rgb);
-
-    const QImage exact = render();
-    graph.setProperty<bool>("fastDraw", true);
-    const QImage fast = render();
-
-    ASSERT_FALSE(exact.isNull());
-    EXPECT_TRUE(exact == fast);
-}
+TEST_P(FastDrawPixels, PaintsTheSamePicture) { expectFastIsExact(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(Views, FastDrawPixels,
                          testing::Values(View{"ZoomedOut", -100, 640.f / 3200, 2},
@@ -237,11 +241,11 @@ namespace {
 // that is not finite, a track whose samples change id half way, times that go
 // back, a track starting before the frame range, offsets on both kinds; 20,000
 // frames, so that the index has several levels.
-class OddTake : public RealRender, public testing::WithParamInterface<View> {
+class OddTake : public BothWays, public testing::WithParamInterface<View> {
 protected:
     void SetUp() override
     {
-        RealRender::SetUp();
+        BothWays::SetUp();
         if (IsSkipped() || HasFatalFailure())
             return;
         const int frames = 20000;
@@ -272,22 +276,7 @@ protected:
     }
 };
 
-TEST_P(OddTake, FastDrawPaintsTheSamePicture)
-{
-    view.viewport.pos.x = GetParam().left;
-    view.viewport.scale.x = GetParam().scale;
-    graph.setProperty<int>("pointSize", GetParam().pointSize);
-    graph.setProperty<int>("pointSizeMin", GetParam().pointSize);
-    graph.setProperty<bool>("LOD", GetParam().lod);
-    graph.setProperty<bool>("enableRGB", GetParam().rgb);
-
-    const QImage exact = render();
-    graph.setProperty<bool>("fastDraw", true);
-    const QImage fast = render();
-
-    ASSERT_FALSE(exact.isNull());
-    EXPECT_TRUE(exact == fast);
-}
+TEST_P(OddTake, FastDrawPaintsTheSamePicture) { expectFastIsExact(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(Views, OddTake,
                          testing::Values(View{"ZoomedOut", -600, 640.f / 21000, 2},
