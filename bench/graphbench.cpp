@@ -6,6 +6,8 @@
 #include "bench/stage.h"
 
 #include "host/tavview/tracks.h"
+#include "modules/core/contract.h"
+#include "modules/trackindex.h"
 
 #include <benchmark/benchmark.h>
 
@@ -100,6 +102,36 @@ void range2D(benchmark::State& state, int frames, int mode)
     state.counters["samples"] = samples(tracks);
 }
 
+// The data rectangle as a host that has the graph draw fast gets it: from the
+// tracks' index, built by the call before the timed ones.
+void range2DIndexed(benchmark::State& state, int frames)
+{
+    TAV::Frames& tracks = Stage::instance().tracks(frames);
+    GraphView g(false);
+    g.load(tracks, frames, allTracks(Stage::shape(frames)));
+    g.graph().setProperty<bool>(GraphProperty::fastDraw, true);
+    QRectF first;
+    g.graph().Range2D(&first, 1);
+    for (auto _ : state) {
+        QRectF rect;
+        g.graph().Range2D(&rect, 1);
+        benchmark::DoNotOptimize(rect);
+    }
+    state.counters["samples"] = samples(tracks);
+}
+
+// What the first fast paint after new tracks adds: an index of every track.
+void buildIndex(benchmark::State& state, int frames)
+{
+    const TAV::Frames& tracks = Stage::instance().tracks(frames);
+    for (auto _ : state)
+        for (const TAV::Frame& f : tracks) {
+            benchmark::DoNotOptimize(TrackIndex(f.markers).levels());
+            benchmark::DoNotOptimize(TrackIndex(f.rigids).levels());
+        }
+    state.counters["samples"] = samples(tracks);
+}
+
 // One call per iteration, each going on from where the last one left the view,
 // so the average covers every position in the list.
 void jump(benchmark::State& state, bool forward)
@@ -161,4 +193,6 @@ void registerTakeWork(int frames)
     timed(benchmark::RegisterBenchmark(("limit/read-tracks" + n).c_str(), readTracks, frames), ms);
     timed(benchmark::RegisterBenchmark(("range2d/mode1" + n).c_str(), range2D, frames, 1), ms);
     timed(benchmark::RegisterBenchmark(("range2d/mode2" + n).c_str(), range2D, frames, 2), ms);
+    timed(benchmark::RegisterBenchmark(("range2d/mode1-indexed" + n).c_str(), range2DIndexed, frames), ms);
+    timed(benchmark::RegisterBenchmark(("index/build" + n).c_str(), buildIndex, frames), ms);
 }

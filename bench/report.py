@@ -28,6 +28,8 @@ LIMIT_OF = {  # what each measure is divided by: the same samples read once
     "settracks/all": "limit/read-tracks",
     "range2d/mode1": "limit/read-tracks",
     "range2d/mode2": "limit/read-tracks",
+    "range2d/mode1-indexed": "limit/read-tracks",
+    "index/build": "limit/read-tracks",
 }
 PAINT_CASES = [f"{mode}/{style}/{zoom}" for style in ("points", "lines") for zoom in ("out", "in")
                for mode in ("exact", "fast")] + ["fast/runs/out", "fast/runs/in", "fast/cursor/out"]
@@ -153,7 +155,7 @@ def machine_table(run, facts):
 def take_table(run):
     rows = []
     for n in run.sizes:
-        for measure in ("extract/host", "settracks/all", "range2d/mode1", "range2d/mode2"):
+        for measure in LIMIT_OF:
             name, limit = f"{measure}/{n}", f"{LIMIT_OF[measure]}/{n}"
             rows.append((frames(n), f"`{measure}`", ms(run.wall(name)), ms(run.cpu(name)),
                          f"`{LIMIT_OF[measure]}` {ms(run.wall(limit))}",
@@ -177,6 +179,12 @@ def paint_table(run):
             peers = [x(run.ratio(name, f"peer/{p}/{zoom}/{n}")) for p, _ in PEERS]
             rows.append((frames(n), f"`{case}`", ms(run.wall(name)), ms(run.cpu(name)), count(c.get("vertices")),
                          count(c.get("blocks")), x(run.ratio(name, paint_limit(case, n))), *peers))
+        for style in ("points", "lines"):
+            name = f"limit/gl-{style}-in/{n}"
+            if name in run.results:
+                rows.append((frames(n), f"`limit/gl-{style}-in` (floor)", ms(run.wall(name)), ms(run.cpu(name)),
+                             count(run.results[name].get("counters", {}).get("vertices")), "1", "",
+                             *[x(run.ratio(name, f"peer/{p}/in/{n}")) for p, _ in PEERS]))
     return table(["frames", "paint", "wall ms", "CPU ms, all threads", "vertices", "begin/end blocks", "÷ limit, wall",
                   "÷ QCustomPlot", "÷ Qwt"], rows)
 
