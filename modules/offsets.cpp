@@ -1,6 +1,7 @@
 // Per-track y offsets: every track's value at one reference frame becomes its origin.
 #include "modules/tavgraph.h"
 
+#include "modules/core/framex.h"
 #include "modules/core/trackoffsets.h"
 #include "utils/saturate.h"
 
@@ -13,7 +14,7 @@ void TAVGraph::UpdateTrackOffsets()
     if (GLW* view = liveView())
         pos = saturate_cast<qint64>(view->Cursor().x);
     else
-        pos = sub64(framesInfo.current, offsetX);
+        pos = frameX(framesInfo.current, offsetX);
     pos = offsetFrame(pos, framesInfo.size(), offsetX);
 
     if (tracks.isEmpty())

@@ -3,6 +3,7 @@
 #include "modules/tavgraph.h"
 
 #include "modules/core/contract.h"
+#include "modules/core/framex.h"
 #include "utils/saturate.h"
 
 #include <algorithm>
@@ -37,8 +38,8 @@ void TAVGraph::Selected(QRectF r)
         return;
     }
     if (selectStart != selectEnd) {
-        const qint64 head = sub64(framesInfo.head, offsetX);
-        const qint64 tail = sub64(framesInfo.tail, offsetX);
+        const qint64 head = frameX(framesInfo.head, offsetX);
+        const qint64 tail = frameX(framesInfo.tail, offsetX);
         if (head != tail) {
             if (selectStart < head)
                 selectStart = saturate_cast<qint64>(head + 0.5);
