@@ -13,9 +13,9 @@ void addEditActions(GLW* view)
         const char* tip;
     };
     static const Row rows[] = {
-        {"applytool", "", "Fill Gaps", "Fill the gaps of the selected tracks in the selection"},
-        {"delete_data", "Delete", "Delete", "Delete the samples of the selected tracks in the selection"},
-        {"revert_data", "", "Revert", "Return the selection to the samples the file holds"},
+        {EditAction::fillGaps, "", "Fill Gaps", "Fill the gaps of the selected tracks in the selection"},
+        {EditAction::deleteData, "Delete", "Delete", "Delete the samples of the selected tracks in the selection"},
+        {EditAction::revertData, "", "Revert", "Return the selection to the samples the file holds"},
     };
     if (!view)
         return;

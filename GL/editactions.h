@@ -4,5 +4,12 @@
 // any module's context menu can offer them; the host connects them to its edits.
 class GLW;
 
+// Their object names, by which modules and the host find them on the view.
+namespace EditAction {
+constexpr char fillGaps[] = "applytool";
+constexpr char deleteData[] = "delete_data";
+constexpr char revertData[] = "revert_data";
+} // namespace EditAction
+
 // Creates the three actions on view unless it has them already.
 void addEditActions(GLW* view);

@@ -6,6 +6,9 @@
 
 namespace {
 
+// The menu path of an entry under "Display".
+QString displayPath(const char* name) { return QStringLiteral("display.") + QLatin1String(name); }
+
 struct KeyAction {
     const char* name;
     const char* key;
@@ -101,28 +104,28 @@ void TAVGraph::InitContextMenuTree(GLW* view, MenuTree* mt)
     const bool selection = isValidRange(int(selectStart), int(selectEnd));
     int priority = 3;
     if (selection) {
-        insert_action(view, mt, GraphAction::applyTool, "applytool", priority++, false, true);
-        insert_action(view, mt, GraphAction::deleteData, "delete_data", priority++, false, false);
-        insert_action(view, mt, GraphAction::revertData, "revert_data", priority++, false, false);
+        insert_action(view, mt, GraphAction::applyTool, GraphAction::applyTool, priority++, false, true);
+        insert_action(view, mt, GraphAction::deleteData, GraphAction::deleteData, priority++, false, false);
+        insert_action(view, mt, GraphAction::revertData, GraphAction::revertData, priority++, false, false);
     }
-    insert_action(view, mt, GraphAction::updateOffsets, "updateoffsets", priority++, false, selection);
+    insert_action(view, mt, GraphAction::updateOffsets, GraphAction::updateOffsets, priority++, false, selection);
     // Only marker offsets bring the entry in; rigid offsets alone do not.
     if (!trackOffsets.empty())
-        insert_action(view, mt, GraphAction::clearOffsets, "clearoffsets", priority++, false, false);
-    insert_action(view, mt, GraphAction::nextAOI, "nextaoi", priority++, false, false);
-    insert_action(view, mt, GraphAction::prevAOI, "prevaoi", priority++, false, false);
-    insert_action(view, mt, GraphAction::selectRegion, "select_region", priority++, false, false);
+        insert_action(view, mt, GraphAction::clearOffsets, GraphAction::clearOffsets, priority++, false, false);
+    insert_action(view, mt, GraphAction::nextAOI, GraphAction::nextAOI, priority++, false, false);
+    insert_action(view, mt, GraphAction::prevAOI, GraphAction::prevAOI, priority++, false, false);
+    insert_action(view, mt, GraphAction::selectRegion, GraphAction::selectRegion, priority++, false, false);
 
-    mt->Insert(QString("display"), QString("Display"), 10, 0);
+    mt->Insert(QStringLiteral("display"), QStringLiteral("Display"), 10, 0);
     const bool enableRigids = property<bool>(GraphProperty::enableRigids);
-    insert_action(view, mt, GraphAction::enableMarkers, "display.enable_markers", 0,
+    insert_action(view, mt, GraphAction::enableMarkers, displayPath(GraphAction::enableMarkers), 0,
                   property<bool>(GraphProperty::enableMarkers), false);
-    insert_action(view, mt, GraphAction::enableRigids, "display.enable_rigids", 1, enableRigids, false);
+    insert_action(view, mt, GraphAction::enableRigids, displayPath(GraphAction::enableRigids), 1, enableRigids, false);
     if (enableRigids)
-        insert_action(view, mt, GraphAction::enableRigidAngles, "display.enable_rigid_angles", 1,
+        insert_action(view, mt, GraphAction::enableRigidAngles, displayPath(GraphAction::enableRigidAngles), 1,
                       property<bool>(GraphProperty::drawRBAxisAngle), false);
-    insert_action(view, mt, GraphAction::enableOriginal, "display.enable_original", 2,
+    insert_action(view, mt, GraphAction::enableOriginal, displayPath(GraphAction::enableOriginal), 2,
                   property<bool>(GraphProperty::drawOrig), false);
-    insert_action(view, mt, GraphAction::enableTC, "display.enable_tc", 11,
+    insert_action(view, mt, GraphAction::enableTC, displayPath(GraphAction::enableTC), 11,
                   property<bool>(GraphProperty::drawTC), false);
 }

@@ -131,7 +131,7 @@ void GraphArea::takeChanged()
     updateScale();
     // A take without rigid bodies has no rotations to show.
     const bool rigids = rigidCount(mainPanel->take()) > 0;
-    for (QAction* a : mainPanel->view()->findChildren<QAction*>(QStringLiteral("enable_rigid_angles")))
+    for (QAction* a : mainPanel->view()->findChildren<QAction*>(QString::fromLatin1(GraphAction::enableRigidAngles)))
         a->setEnabled(rigids);
     if (const QObject* graph = mainPanel->graph())
         showRotations(rigids && graph->property(GraphProperty::drawRBAxisAngle).toBool());

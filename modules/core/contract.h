@@ -3,6 +3,8 @@
 // their types and defaults, the names of its actions, and its signals and slots in
 // method order. Hosts still reach the graph only through its meta-object; these are
 // the names they reach it by.
+#include "GL/editactions.h"
+
 #include <QMetaType>
 #include <QVariant>
 
@@ -62,9 +64,9 @@ constexpr char expandSelect[] = "expandselect";
 constexpr char contractSelect[] = "contractselect";
 // The host's editing actions, which the graph places first in its menu while a
 // selection exists.
-constexpr char applyTool[] = "applytool";
-constexpr char deleteData[] = "delete_data";
-constexpr char revertData[] = "revert_data";
+constexpr const char* applyTool = EditAction::fillGaps;
+constexpr const char* deleteData = EditAction::deleteData;
+constexpr const char* revertData = EditAction::revertData;
 } // namespace GraphAction
 
 // One signal or slot as the meta-object records it.
