@@ -221,9 +221,9 @@ Take synthTake(const TakeShape& shape)
             frame.rigids.append(rigid(uint32_t(i), f, rigids[size_t(i)].next()));
         frames.append(std::move(frame));
     }
-    frames.setProperty<double>("frequency", shape.rate);
-    frames.setProperty<QList<qint64>>("timeLut", timeLut(shape));
-    frames.setProperty<qint64>("firstFrame", 0);
+    frames.setProperty<double>(TAV::StoreProperty::frequency, shape.rate);
+    frames.setProperty<QList<qint64>>(TAV::StoreProperty::timeLut, timeLut(shape));
+    frames.setProperty<qint64>(TAV::StoreProperty::firstFrame, 0);
     frames.setProperty<QString>("units", take.units);
     return take;
 }
@@ -252,8 +252,8 @@ void synthTracks(const TakeShape& shape, TAV::Frames& tracks)
         }
         tracks.append(std::move(track));
     }
-    tracks.setProperty<double>("frequency", shape.rate);
-    tracks.setProperty<QList<qint64>>("timeLut", timeLut(shape));
+    tracks.setProperty<double>(TAV::StoreProperty::frequency, shape.rate);
+    tracks.setProperty<QList<qint64>>(TAV::StoreProperty::timeLut, timeLut(shape));
 }
 
 TrackSelection allTracks(const TakeShape& shape)

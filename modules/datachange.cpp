@@ -12,7 +12,7 @@ void TAVGraph::SetTracks(TAV::Frames* f)
     // that the copy is never detached.
     tracks = *f;
     forgetFastPaint(); // it holds the old samples
-    timeLut = tracks.property<QList<qint64>>("timeLut");
+    timeLut = tracks.property<QList<qint64>>(TAV::StoreProperty::timeLut);
     DataChange();
 }
 

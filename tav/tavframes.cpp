@@ -5,7 +5,7 @@ namespace TAV {
 
 Frames::Frames()
 {
-    setProperty<double>("frequency", 0.0);
+    setProperty<double>(StoreProperty::frequency, 0.0);
 }
 
 // The base is initialised explicitly so that the frame vector is shared, not
@@ -18,7 +18,7 @@ Frames::Frames(const Frames& f)
       deviceInfo(f.deviceInfo),
       _properties(f._properties)
 {
-    setProperty<double>("frequency", 0.0);
+    setProperty<double>(StoreProperty::frequency, 0.0);
 }
 
 // Assignment keeps the source's "frequency": only construction resets it.

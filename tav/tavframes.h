@@ -20,6 +20,13 @@ typedef std::vector<MarkerInfo> MarkerInfoTable;
 typedef std::vector<TrackerInfo> TrackerInfoTable;
 typedef std::vector<DeviceInfo> DeviceInfoTable;
 
+// Names of the store's properties that its producers set and its readers use.
+namespace StoreProperty {
+constexpr char frequency[] = "frequency"; // double, frames a second; 0 without a rate
+constexpr char timeLut[] = "timeLut"; // QList<qint64>, each frame's time in microseconds
+constexpr char firstFrame[] = "firstFrame"; // qint64, the take's own number of frame 0
+} // namespace StoreProperty
+
 // Sample kinds of the 16-bit type mask.
 enum : unsigned short { MaskMarkers = 1, MaskRigids = 2, MaskPeaks = 4, MaskPlanes = 8 };
 

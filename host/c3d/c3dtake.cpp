@@ -62,9 +62,9 @@ namespace {
 void setTakeProperties(const File& file, TAV::Frames& take)
 {
     const Layout& l = file.layout();
-    take.setProperty<double>("frequency", l.frameRate);
-    take.setProperty<QList<qint64>>("timeLut", frameTimes(l.frameCount, l.frameRate));
-    take.setProperty<qint64>("firstFrame", l.firstFrame);
+    take.setProperty<double>(TAV::StoreProperty::frequency, l.frameRate);
+    take.setProperty<QList<qint64>>(TAV::StoreProperty::timeLut, frameTimes(l.frameCount, l.frameRate));
+    take.setProperty<qint64>(TAV::StoreProperty::firstFrame, l.firstFrame);
     const std::vector<std::string> units = file.parameters().strings("POINT", "UNITS");
     take.setProperty<QString>("units", units.empty() ? QString() : QString::fromStdString(units.front()));
 }

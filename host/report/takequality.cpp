@@ -72,7 +72,7 @@ TakeQuality takeQuality(const TAV::Frames& take, const std::string& name, bool a
     TakeQuality q;
     q.name = name;
     q.frames = take.size();
-    q.rate = take.property<double>("frequency");
+    q.rate = take.property<double>(TAV::StoreProperty::frequency);
 
     std::vector<std::pair<uint32_t, std::string>> points;
     if (!take.markerInfo.empty()) {

@@ -121,9 +121,9 @@ Take defaultTake()
         frames.markerInfo.emplace_back(uint32_t(i), 0, markerNames[i], "kind=marker");
     for (int i = 0; i < rigidCount; ++i)
         frames.trackerInfo.emplace_back(uint32_t(i), "rigid", rigidNames[i], "", std::vector<uint32_t>());
-    frames.setProperty<double>("frequency", rate);
-    frames.setProperty<qint64>("firstFrame", take.firstFrame);
+    frames.setProperty<double>(TAV::StoreProperty::frequency, rate);
+    frames.setProperty<qint64>(TAV::StoreProperty::firstFrame, take.firstFrame);
     frames.setProperty<QString>("units", take.units);
-    frames.setProperty<QList<qint64>>("timeLut", take.timeLut());
+    frames.setProperty<QList<qint64>>(TAV::StoreProperty::timeLut, take.timeLut());
     return take;
 }

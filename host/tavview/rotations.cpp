@@ -38,7 +38,7 @@ Take rotationTake(const Take& take)
         }
         r.frames.append(out);
     }
-    r.frames.setProperty<double>("frequency", take.rate);
-    r.frames.setProperty<QList<qint64>>("timeLut", take.timeLut());
+    r.frames.setProperty<double>(TAV::StoreProperty::frequency, take.rate);
+    r.frames.setProperty<QList<qint64>>(TAV::StoreProperty::timeLut, take.timeLut());
     return r;
 }

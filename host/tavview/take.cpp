@@ -4,7 +4,7 @@
 
 QList<qint64> Take::timeLut() const
 {
-    QList<qint64> lut = frames.property<QList<qint64>>("timeLut");
+    QList<qint64> lut = frames.property<QList<qint64>>(TAV::StoreProperty::timeLut);
     if (lut.size() == frameCount())
         return lut;
     return frameTimes(frameCount(), rate);

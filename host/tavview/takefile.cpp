@@ -21,8 +21,8 @@ bool loadTake(const QString& path, Take& take, QString& error)
         error = namingFile(path, problem);
         return false;
     }
-    t.rate = t.frames.property<double>("frequency");
-    t.firstFrame = t.frames.property<qint64>("firstFrame");
+    t.rate = t.frames.property<double>(TAV::StoreProperty::frequency);
+    t.firstFrame = t.frames.property<qint64>(TAV::StoreProperty::firstFrame);
     t.units = t.frames.property<QString>("units");
     t.name = QFileInfo(path).fileName();
     if (t.frameCount() == 0) {

@@ -65,6 +65,6 @@ void buildTracks(const Take& take, const TrackSelection& selection, TAV::Frames&
         for (Writer<TAV::Rigid>& w : rigids)
             w.take(frame.rigids, f);
     }
-    tracks.setProperty<double>("frequency", take.rate);
-    tracks.setProperty<QList<qint64>>("timeLut", take.timeLut());
+    tracks.setProperty<double>(TAV::StoreProperty::frequency, take.rate);
+    tracks.setProperty<QList<qint64>>(TAV::StoreProperty::timeLut, take.timeLut());
 }
