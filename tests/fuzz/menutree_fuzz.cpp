@@ -52,16 +52,22 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const auto pick = [&] { return actions[in.ConsumeIntegralInRange<size_t>(0, actions.size() - 1)].get(); };
     const auto path = [&] { return QString::fromLatin1(paths[in.ConsumeIntegralInRange<size_t>(0, std::size(paths) - 1)]); };
 
+    // Path, position, then flags: in one order whatever order a compiler evaluates
+    // arguments in, so that the replay reads each kept input as the fuzzer did.
+    const auto insert = [&](const auto& item) {
+        const QString where = path();
+        const int position = in.ConsumeIntegralInRange(-3, 3);
+        tree.Insert(where, item, position, in.ConsumeIntegralInRange(0, 15));
+    };
+
     while (in.remaining_bytes() > 0) {
         switch (in.ConsumeIntegralInRange(0, 6)) {
-        case 0: {
-            QAction* a = pick();
-            if (a)
-                tree.Insert(path(), a, in.ConsumeIntegralInRange(-3, 3), in.ConsumeIntegralInRange(0, 15));
+        case 0:
+            if (QAction* a = pick())
+                insert(a);
             break;
-        }
         case 1:
-            tree.Insert(path(), QStringLiteral("Text"), in.ConsumeIntegralInRange(-3, 3), in.ConsumeIntegralInRange(0, 15));
+            insert(QStringLiteral("Text"));
             break;
         case 2:
             tree.Remove(path());

@@ -122,7 +122,8 @@ void runLists(FuzzedDataProvider& in)
             break;
         }
         case 1: {
-            std::vector<int> flags(in.ConsumeIntegralInRange<size_t>(0, 300), in.ConsumeIntegralInRange(0, 2) * 2);
+            const size_t size = in.ConsumeIntegralInRange<size_t>(0, 300);
+            std::vector<int> flags(size, in.ConsumeIntegralInRange(0, 2) * 2);
             std::vector<int> expected = flags;
             code.Apply(flags);
             modelApply(model, expected);

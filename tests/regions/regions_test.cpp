@@ -1,7 +1,6 @@
-// Run lists: building them from sample tracks, painting, widening and printing
-// them. How Update, Apply, Remove, Extend and Merge treat ordinary lists is
-// replayed against a model by the run-list fuzz corpus; these are the cases it
-// cannot reach.
+// Run lists: building them from sample tracks, painting and widening them. How
+// Update, Apply, Remove, Extend and Merge treat ordinary lists is replayed against
+// a model by the run-list fuzz corpus; these are the cases it cannot reach.
 #include "support/capture.h"
 #include "tav/tavframe.h"
 #include "utils/regions.h"
@@ -99,15 +98,6 @@ TEST(RegionsExtend, SaturatesInsideTheList)
     Regions r = regionsOf({{-3, 1, 8}, {2, 3, 1}, {4, 6, 8}});
     r.Extend(kIntMax, kIntMax, 8);
     EXPECT_EQ(runsOf(r), (std::vector<Span>{{0, 6, 8}, {2, 3, 1}, {0, 6, 8}}));
-}
-
-TEST(RegionsInfo, PrintsRunsWithHexTypes)
-{
-    StdoutCapture out;
-    regionsOf({{0, 9, 1}, {13, 40, 26}}).Info();
-    Regions().Info();
-    std::cout << 26 << "\n";
-    EXPECT_EQ(out.text(), "[0 9 (0x1)] [13 40 (0x1a)] \n\n26\n");
 }
 
 } // namespace
