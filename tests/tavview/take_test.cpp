@@ -2,7 +2,6 @@
 #include "host/tavview/tracks.h"
 #include "host/tavview/trackselection.h"
 #include "tests/c3d/c3dtestfiles.h"
-#include "utils/regions.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -107,11 +106,8 @@ TEST(BuildTracks, OneDenseTrackPerSelectedIdWithTheTakesTimes)
     for (int f = 0; f < 4; ++f)
         EXPECT_EQ(m.at(f).time, f);
     EXPECT_EQ(m.at(2).id, 1u);
+    EXPECT_EQ(m.at(2).cond, 0.f);
     EXPECT_EQ(m.at(3).y, 3.f);
-    const Regions runs(m);
-    ASSERT_EQ(runs.size(), 3u);
-    EXPECT_EQ(runs[1].begin(), 2);
-    EXPECT_EQ(runs[1].type, RegionMissing);
     EXPECT_EQ(tracks.property<double>("frequency"), 50.0);
     EXPECT_EQ(tracks.property<QList<qint64>>("timeLut"), (QList<qint64>{0, 20000, 40000, 60000}));
 }
