@@ -12,21 +12,15 @@
 #include <QUndoStack>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 bool sameTake(const TAV::Frames& a, const TAV::Frames& b)
 {
-    if (a.size() != b.size())
-        return false;
-    for (int f = 0; f < a.size(); ++f) {
-        const TAV::Markers &ma = a.at(f).markers, &mb = b.at(f).markers;
-        if (ma.size() != mb.size())
-            return false;
-        for (int i = 0; i < ma.size(); ++i)
-            if (!sameSample(ma.at(i), mb.at(i)))
-                return false;
-    }
-    return true;
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const TAV::Frame& fa, const TAV::Frame& fb) {
+        return std::equal(fa.markers.begin(), fa.markers.end(), fb.markers.begin(), fb.markers.end(), sameSample);
+    });
 }
 
 TEST(EditsOfASampleTake, DeleteFillRevertUndoAndRedo)
@@ -47,10 +41,6 @@ TEST(EditsOfASampleTake, DeleteFillRevertUndoAndRedo)
 
     EXPECT_EQ(editor.Delete({0}, cut), 10);
     EXPECT_EQ(edited.takeLast(), (QList<QVariant>{cut.first, cut.last}));
-    const std::vector<Gap> gaps = gapsOf(TrackReader(take.frames), 0, cut, 0);
-    ASSERT_EQ(gaps.size(), 1u);
-    EXPECT_EQ(gaps[0].first, cut.first);
-    EXPECT_EQ(gaps[0].last, cut.last);
     const TAV::Frames deleted = take.frames;
 
     for (FillMethod m : allFillMethods()) {

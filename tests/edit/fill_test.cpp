@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 
 namespace {
 
@@ -43,10 +42,6 @@ TEST_P(FillAccuracy, TrueErrorIsSmallAndTheEstimateFollowsIt)
     addErrors(r.positions, expected, sumSq, max, n);
     const double trueRms = std::sqrt(sumSq / n);
     const FillError estimate = estimateFillError(t, gap, row.method, donors);
-    std::printf("fill-error %-8s gap %2d: true RMS %8.3f max %8.3f | estimated RMS %8.3f max %8.3f (%d trials)\n",
-                qPrintable(fillMethodName(row.method)), row.gap, trueRms, max, estimate.rms, estimate.max,
-                estimate.trials);
-
     EXPECT_LT(trueRms, row.trueBound);
     ASSERT_TRUE(estimate.known());
     EXPECT_EQ(estimate.trials, FillErrorTrials) << "this long a take has room for every trial";
@@ -72,8 +67,10 @@ const FillRow fillRows[] = {
 INSTANTIATE_TEST_SUITE_P(Rows, FillAccuracy, testing::ValuesIn(fillRows),
                          [](const testing::TestParamInfo<FillRow>& i) { return std::string(i.param.name); });
 
-// Errors are summed over the frames both lists have.
-TEST(FillError, AddsOnlyFramesBothListsHave)
+// Errors are summed over the frames both lists have. A short take has room for
+// fewer trial stretches than the estimate would like (two on each side of this
+// gap): it uses those and ends.
+TEST(FillError, AddsOnlyFramesBothListsHaveAndUsesTheStretchesAShortTakeHas)
 {
     const std::vector<Eigen::Vector3d> one{{3, 4, 0}}, two{{0, 0, 0}, {0, 0, 0}};
     for (const auto& pair : {std::make_pair(one, two), std::make_pair(two, one)}) {
@@ -84,12 +81,6 @@ TEST(FillError, AddsOnlyFramesBothListsHave)
         EXPECT_DOUBLE_EQ(sumSq, 25);
         EXPECT_DOUBLE_EQ(max, 5);
     }
-}
-
-// A short take has room for fewer trial stretches than the estimate would like
-// (two on each side of this gap): it uses those and ends.
-TEST(FillError, UsesTheStretchesAShortTakeHas)
-{
     TAV::Frames t = motion::take(60);
     const Gap gap{0, 25, 34};
     applyChanges(t, deletion(t, {0}, FrameSpan{gap.first, gap.last}), false);

@@ -17,9 +17,10 @@ float shownCond(const GraphPanel* panel, int id, int f)
     return -1;
 }
 
-// Delete empties the selection, Ctrl+Z brings it back, and "Original Tracks"
-// shows the unedited samples while on.
-TEST_F(Viewer, DeleteUndoFillAndOriginalTracksThroughTheViewsActions)
+// Delete empties the selection, Ctrl+Z brings it back, "Original Tracks" shows the
+// unedited samples while on, and the tool fills by the method checked in the Fill
+// Method menu: one check mark, the fixed method's or "best".
+TEST_F(Viewer, DeleteUndoOriginalTracksAndFillThroughTheViewsActions)
 {
     show();
     panel->SelectFrames(200, 209);
@@ -39,14 +40,6 @@ TEST_F(Viewer, DeleteUndoFillAndOriginalTracksThroughTheViewsActions)
     QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(shownCond(panel, 1, 205), 0.0f);
 
-    viewAction("applytool")->trigger();
-    EXPECT_EQ(shownCond(panel, 1, 205), C3D::FilledCondition);
-}
-
-// One check mark in the Fill Method menu: the fixed method's, or "best".
-TEST_F(Viewer, FillMethodMenuChecksTheChoice)
-{
-    show();
     Editing* editing = window->editing();
     const auto checked = [&] {
         QStringList names;
@@ -64,6 +57,8 @@ TEST_F(Viewer, FillMethodMenuChecksTheChoice)
     EXPECT_EQ(checked(), QStringList{"fill_best"});
     editing->SetBestMethod(false);
     EXPECT_EQ(checked(), QStringList{"fill_spline"});
+    viewAction("applytool")->trigger();
+    EXPECT_EQ(shownCond(panel, 1, 205), C3D::FilledCondition);
 }
 
 // Saving over the file the take came from makes the saved edits what Revert

@@ -1,23 +1,14 @@
-// Moving about the take in the main window: keys, mouse, playback, the context menu.
+// Moving about the take in the main window: keys, mouse and playback.
 #include "host/tavview/axisstrip.h"
 #include "host/tavview/grapharea.h"
 #include "host/tavview/playback.h"
 #include "tests/tavview/viewer.h"
 
-#include <QMenu>
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QWheelEvent>
 
 namespace {
-
-QStringList actionNames(const QMenu& menu)
-{
-    QStringList names;
-    for (QAction* a : menu.actions())
-        names << (a->menu() ? a->menu()->objectName() : a->objectName());
-    return names;
-}
 
 // Each row starts zoomed in on indices 100..140. Marker 1 of the built-in take
 // has gaps at 100..139 and 400..405: the area keys step from the cursor (not from
@@ -42,9 +33,7 @@ TEST_F(Viewer, KeysMoveTheCursorAndZoomWithTheViewFollowing)
         {"minus zooms out", Qt::Key_Minus, Qt::NoModifier, 120, 120, 120, 0.8, -1, -1},
         {"next area from a good stretch", Qt::Key_Period, Qt::ControlModifier, 250, 400, 400, 1.0, 398, 407},
         {"next area from before the first", Qt::Key_Period, Qt::ControlModifier, 50, 100, 100, 1.0, 98, 141},
-        {"next area from inside one", Qt::Key_Period, Qt::ControlModifier, 120, 400, 400, 1.0, 398, 407},
         {"next area past the last wraps", Qt::Key_Period, Qt::ControlModifier, 500, 100, 100, 1.0, 98, 141},
-        {"previous area from a good stretch", Qt::Key_Comma, Qt::ControlModifier, 250, 100, 100, 1.0, 98, 141},
         {"previous area before the first wraps", Qt::Key_Comma, Qt::ControlModifier, 50, 400, 400, 1.0, 398, 407},
     };
     for (const auto& row : rows) {
@@ -134,7 +123,8 @@ TEST_F(Viewer, ShiftDragSelectsFramesShownAsABand)
     EXPECT_TRUE(banded()) << "from the first frame";
 }
 
-TEST_F(Viewer, FitKeysShowTheSelectionOrEveryFrameAtTheDatasHeight)
+// F fits the selection, Home every frame at the data's height.
+TEST_F(Viewer, FitAndPlayKeys)
 {
     show();
     const int w = int(view->width()), h = int(view->height());
@@ -157,11 +147,8 @@ TEST_F(Viewer, FitKeysShowTheSelectionOrEveryFrameAtTheDatasHeight)
     EXPECT_GT(view->viewport.Bottom(h), lo - margin);
     EXPECT_GT(view->viewport.Top(h), hi);
     EXPECT_LT(view->viewport.Top(h), hi + margin);
-}
 
-TEST_F(Viewer, SpacePlaysWithTheViewFollowingAndStops)
-{
-    show();
+    // Space plays with the view following, and stops.
     zoomTo(0, 10);
     QTest::keyClick(gl, Qt::Key_Space);
     EXPECT_TRUE(window->playback()->isPlaying());
@@ -172,35 +159,6 @@ TEST_F(Viewer, SpacePlaysWithTheViewFollowingAndStops)
     const qint64 stopped = panel->current();
     QTest::qWait(100);
     EXPECT_EQ(panel->current(), stopped);
-}
-
-// Building the menu sets check marks on the checkable "nextaoi" and "prevaoi":
-// that must not run them. Each menu gets a fresh tree, so it shows what the graph
-// inserts now ("clearoffsets" once there are offsets), each entry once.
-TEST_F(Viewer, OpeningTheContextMenuRunsNoSlotAndShowsTheGraphsCurrentEntries)
-{
-    show();
-    QSignalSpy select(graph, SIGNAL(Select(QRectF)));
-    view->viewport.pos.x = 250.25f;
-    const auto menuNames = [&] {
-        QMenu menu;
-        EXPECT_GT(gl->FillContextMenu(&menu, view, nullptr), 0);
-        return actionNames(menu);
-    };
-    QStringList names = menuNames();
-    EXPECT_TRUE(names.contains(QStringLiteral("display")));
-    EXPECT_FALSE(names.contains(QStringLiteral("clearoffsets")));
-    EXPECT_EQ(select.count(), 0);
-    EXPECT_FLOAT_EQ(view->viewport.pos.x, 250.25f);
-
-    QTest::mouseMove(gl, pixelAt(50));
-    QTest::keyClick(gl, Qt::Key_T);
-    panel->SelectFrames(200, 209);
-    names = menuNames();
-    EXPECT_EQ(names.count(QStringLiteral("nextaoi")), 1);
-    EXPECT_TRUE(names.contains(QStringLiteral("clearoffsets")));
-    for (const char* name : {"applytool", "delete_data", "revert_data"})
-        EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
 }
 
 } // namespace

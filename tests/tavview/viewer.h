@@ -53,13 +53,7 @@ protected:
         ASSERT_NE(graph, nullptr);
     }
 
-    // A shared sample file opened through the window, with the named tracks shown.
-    void openSample(const char* file, const QStringList& tracks)
-    {
-        show();
-        ASSERT_TRUE(window->OpenPath(sampleC3D(QString::fromLatin1(file))));
-        select(tracks);
-    }
+    // Shows the named tracks of the take.
     void select(const QStringList& tracks)
     {
         QString error;

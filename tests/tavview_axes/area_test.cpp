@@ -12,7 +12,6 @@
 #include "tests/tavview/viewer.h"
 
 #include <QMenu>
-#include <QRegularExpression>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTemporaryDir>
@@ -36,7 +35,6 @@ TEST_F(Viewer, RotationsGraphComesWithTheToggleAndSharesCursorAndTime)
     ASSERT_NE(rot, nullptr);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(rot->window(), patienceMs));
     EXPECT_EQ(rot->trackSelection().rigids, QList<int>{0});
-    EXPECT_TRUE(rot->trackSelection().markers.isEmpty());
     EXPECT_EQ(rot->take().units, QStringLiteral("deg"));
     EXPECT_EQ(rot->window()->width(), gl->width());
 
@@ -58,40 +56,22 @@ TEST_F(Viewer, RotationsGraphComesWithTheToggleAndSharesCursorAndTime)
     toggle->trigger();
     EXPECT_EQ(area->rotations(), nullptr);
     EXPECT_EQ(area->findChildren<GLWindow*>().size(), 1);
-    EXPECT_EQ(area->rotationAxis(), nullptr);
 }
 
-// Each value tick is drawn on its value's row of the graph.
-TEST_F(Viewer, ValueTicksStandOnTheirRows)
+// The legend, the View menu and the status bar follow the graph's properties; with
+// no sample to fit, the values span the graph's minimum to maximum.
+TEST_F(Viewer, LegendViewMenuAndValueRangeFollowTheGraphsProperties)
 {
     show();
-    AxisStrip* axis = window->graphArea()->valueAxis();
-    EXPECT_EQ(axis->title(), panel->take().units);
-    QTRY_VERIFY_WITH_TIMEOUT(!axis->Ticks().isEmpty(), patienceMs);
-    const QImage values = axis->grab().toImage();
-    const PixelMap m = pixelMap(view->viewport, int(view->width()), int(view->height()));
-    const int edge = values.width() - 1, h = int(view->height());
-    int checked = 0;
-    for (const Tick& t : axis->Ticks()) {
-        const int y = h - 1 - int(std::lround(m.toPixel(0, t.pos).y()));
-        if (y >= 2 && y + 2 < values.height()) {
-            EXPECT_NE(values.pixel(edge, y), values.pixel(edge, y - 2)) << t.text.toStdString();
-            EXPECT_NE(values.pixel(edge, y), values.pixel(edge, y + 2)) << t.text.toStdString();
-            ++checked;
-        }
-    }
-    EXPECT_GT(checked, 1);
-}
-
-// The legend and the status bar follow the graph's properties; with no sample to
-// fit, the values span the graph's minimum to maximum.
-TEST_F(Viewer, LegendOriginalTracksAndValueRangeFollowTheGraphsProperties)
-{
-    show(defaultTake(), markerAndRigid);
     Legend* legend = window->graphArea()->legend();
     EXPECT_FALSE(legend->rgb());
-    graph->setProperty("enableRGB", true);
+    windowAction("rgb")->trigger();
+    EXPECT_TRUE(graph->property("enableRGB").toBool());
     EXPECT_TRUE(legend->rgb());
+    EXPECT_GT(strongRedPixels(picture()), 100);
+    windowAction("axis_x")->trigger(); // shown, so hidden now
+    EXPECT_EQ(graph->property("axisMask").toInt(), 6);
+    EXPECT_EQ(strongRedPixels(picture()), 0);
     toggle("ToggleDrawOriginal", true);
     EXPECT_TRUE(window->statusBar()->currentMessage().startsWith(QStringLiteral("Original Tracks")));
     graph->setProperty("maximumY", 50.f);
@@ -100,19 +80,6 @@ TEST_F(Viewer, LegendOriginalTracksAndValueRangeFollowTheGraphsProperties)
     const QRectF r = panel->DataRange(1);
     EXPECT_DOUBLE_EQ(r.top(), 50);
     EXPECT_DOUBLE_EQ(r.bottom(), -20);
-}
-
-// View > Colour by axis and Show x/y/z switch the graph's colours and axes.
-TEST_F(Viewer, ViewMenuColoursAndHidesAxes)
-{
-    show();
-    EXPECT_EQ(strongRedPixels(picture()), 0);
-    windowAction("rgb")->trigger();
-    EXPECT_TRUE(graph->property("enableRGB").toBool());
-    EXPECT_GT(strongRedPixels(picture()), 100);
-    windowAction("axis_x")->trigger(); // shown, so hidden now
-    EXPECT_EQ(graph->property("axisMask").toInt(), 6);
-    EXPECT_EQ(strongRedPixels(picture()), 0);
 }
 
 // Filled samples are shaded fair by the graph; a strip of their own colour along
@@ -169,11 +136,29 @@ TEST_F(Viewer, HoverNamesTheDrawnSampleWithinTheHoverDistance)
     EXPECT_TRUE(panel->trackOffsets().markers.empty());
 }
 
-// The time axis labels frames in the take's own numbering, seconds or timecode;
-// the choice and the other preferences carry to the next window.
-TEST_F(Viewer, TimeLabelsAndPreferencesCarryToTheNextWindow)
+// Each value tick is drawn on its value's row of the graph; the time axis labels
+// frames in the take's own numbering, seconds or timecode; the choice and the
+// other preferences carry to the next window.
+TEST_F(Viewer, AxesLabelsAndPreferencesCarryToTheNextWindow)
 {
     show();
+    AxisStrip* values = window->graphArea()->valueAxis();
+    EXPECT_EQ(values->title(), panel->take().units);
+    QTRY_VERIFY_WITH_TIMEOUT(!values->Ticks().isEmpty(), patienceMs);
+    const QImage strip = values->grab().toImage();
+    const PixelMap m = pixelMap(view->viewport, int(view->width()), int(view->height()));
+    const int edge = strip.width() - 1, h = int(view->height());
+    int checked = 0;
+    for (const Tick& t : values->Ticks()) {
+        const int y = h - 1 - int(std::lround(m.toPixel(0, t.pos).y()));
+        if (y >= 2 && y + 2 < strip.height()) {
+            EXPECT_NE(strip.pixel(edge, y), strip.pixel(edge, y - 2)) << t.text.toStdString();
+            EXPECT_NE(strip.pixel(edge, y), strip.pixel(edge, y + 2)) << t.text.toStdString();
+            ++checked;
+        }
+    }
+    EXPECT_GT(checked, 1);
+
     AxisStrip* axis = window->graphArea()->timeAxis();
     QTRY_VERIFY_WITH_TIMEOUT(!axis->Ticks().isEmpty(), patienceMs);
     const Tick first = axis->Ticks().first();
@@ -184,9 +169,6 @@ TEST_F(Viewer, TimeLabelsAndPreferencesCarryToTheNextWindow)
     EXPECT_EQ(axis->title(), QStringLiteral("s"));
     toggle("ToggleDrawTC", true);
     EXPECT_EQ(axis->timeScale().labels, TimeLabels::Timecode);
-    const QRegularExpression tc(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d:\\d\\d+$"));
-    for (const Tick& t : axis->Ticks())
-        EXPECT_TRUE(tc.match(t.text).hasMatch()) << t.text.toStdString();
     toggle("ToggleDrawTC", false);
     EXPECT_EQ(axis->timeScale().labels, TimeLabels::Seconds);
     toggle("ToggleDrawTC", true);
