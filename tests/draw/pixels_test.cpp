@@ -34,7 +34,7 @@ protected:
         }
         TAV::Frames take;
         take << track(0, m0) << track(1, m1) << track(5, {}, r5);
-        load(take, {0, 1}, {5}, FramesInfo(0, 120, 10, 110, 100));
+        load(graph, take, {0, 1}, {5}, FramesInfo(0, 120, 10, 110, 100));
         // x -20 to 139.75, y -30 to 59.75: zoomed in far enough for lines.
         view.viewport.pos = Vector(-20, -30, 0);
         view.viewport.scale = Vector(4, 4, 1);
