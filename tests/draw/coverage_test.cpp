@@ -69,6 +69,8 @@ TEST(PointCull, DropsWhatCanAddNothing)
     Coverage c = identity();
     EXPECT_TRUE(c.point(10.2, 20.7, 3));
     EXPECT_FALSE(c.point(10.2, 20.7, 3)) << "the same point again";
+    EXPECT_TRUE(c.point(2.5, 2.5, 21));
+    EXPECT_FALSE(c.point(2.5, 2.5, 21)) << "a big point again, certain up to the bitmap's first row and column";
     EXPECT_FALSE(c.point(10.5, 20.7, 3)) << "0.3 px to the right: still columns 9 to 11";
     EXPECT_TRUE(c.point(11.1, 20.7, 3)) << "0.9 px to the right reaches column 12's centre";
     EXPECT_TRUE(c.point(10.2, 20.7, 4)) << "a bigger point at the same place";

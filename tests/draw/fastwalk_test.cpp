@@ -15,11 +15,6 @@
 
 namespace {
 
-struct Steps {
-    const char* name;
-    float px, py;
-};
-
 // Samples whose x mostly grows by a few frames, sometimes jumps far or goes back,
 // whose coordinates wander by about the step in y, now and then not finite.
 struct Wander {
@@ -39,11 +34,18 @@ struct Wander {
 
 TEST(PointFilter, LetsThroughWhatTheExactDrawingsFilterDoes)
 {
-    const Steps rows[] = {{"NoSteps", 0, 0},          {"Fractional", 2.5f, 0.8f},
-                          {"Wide", 37, 1.5f},         {"BeyondFloatSteps", 16777217.f, 1},
-                          {"BeyondEveryStep", 1e30f, 1}, {"NotANumber", NAN, 1},
-                          {"Negative", -3, 1},        {"Infinite", INFINITY, INFINITY}};
-    for (const Steps& row : rows) {
+    const struct {
+        const char* name;
+        float px, py;
+    } rows[] = {{"NoSteps", 0, 0},
+                {"Fractional", 2.5f, 0.8f},
+                {"Wide", 37, 1.5f},
+                {"BeyondFloatSteps", 16777217.f, 1},
+                {"BeyondEveryStep", 1e30f, 1},
+                {"NotANumber", NAN, 1},
+                {"Negative", -3, 1},
+                {"Infinite", INFINITY, INFINITY}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         PointFilter fast(row.px, row.py);
         GL::PLOD4 exact(row.px, row.py);

@@ -287,19 +287,23 @@ INSTANTIATE_TEST_SUITE_P(
                      g.setProperty<bool>("fastDraw", true);
                      v.viewport.pos.x = 50;
                      // 47 moved 7 frames from 40: certainly kept. So 48 is too close and 49 is not.
+                     // 153 is beyond the window, which ends at 152.
                      g.tracks.append(track(0, {marker(40, 0, 0, 0), marker(47, 0, 0, 0), marker(48, 0.5f, 0, 0),
-                                               marker(49, 0.6f, 0, 0)}));
+                                               marker(49, 0.6f, 0, 0), marker(153, 9, 9, 9)}));
                      // 47 is the only valid sample before the window: the fresh filter keeps it.
                      g.tracks.append(track(1, {marker(3, 9, 9, 9, 0), marker(47, 0, 0, 0), marker(48, 0.5f, 0, 0)}));
                      // 47 is one frame after 46: uncertain, the walk starts at 44 (keeps 44, 46).
                      g.tracks.append(track(2, {marker(44, 3, 3, 3), marker(45, 3, 3, 3), marker(46, 3.5f, 3, 3),
                                                marker(47, 3.6f, 3, 3), marker(48, 3.7f, 3, 3)}));
+                     // 47's only shown predecessor is one frame back: uncertain, the walk starts at
+                     // 46 and keeps 48, two frames on.
+                     g.tracks.append(track(5, {marker(46, 6, 6, 6), marker(47, 6, 6, 6), marker(48, 6, 6, 6)}));
                      // A negative x before the window: the walk starts at the beginning.
                      g.tracks.append(track(3, {marker(-5, 4, 4, 4), marker(47, 4, 4, 4), marker(48, 4.2f, 4, 4)}));
                      // Nothing valid before the window: a fresh filter there.
                      g.tracks.append(track(4, {marker(10, 5, 5, 5, 0), marker(48, 5, 5, 5)}));
                  },
-                 paint(2, greyArray({{49, {0.6f, 0, 0}}, {48, {3.7f, 3, 3}}, {48, {5, 5, 5}}}))}),
+                 paint(2, greyArray({{49, {0.6f, 0, 0}}, {48, {3.7f, 3, 3}}, {48, {6, 6, 6}}, {48, {5, 5, 5}}}))}),
     [](const testing::TestParamInfo<PaintRow>& i) { return std::string(i.param.name); });
 
 // The shades of mixed types; single types are in the rows above.

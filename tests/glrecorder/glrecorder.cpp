@@ -76,8 +76,6 @@ std::string toString(const Calls& calls)
     return s;
 }
 
-void PrintTo(const Call& c, std::ostream* os) { *os << toString(c); }
-
 const Calls& calls() { return log(); }
 
 void reset() { log().clear(); }
