@@ -86,10 +86,7 @@ TEST(PointCull, DropsWhatCanAddNothing)
 // A point whose reach ends exactly on a pixel's centre may write that pixel.
 TEST(PointCull, KeepsAPointThatMayReachAnUncertainCentreExactly)
 {
-    WindowMap map;
-    map.ax = 1;
-    map.by = 1;
-    Coverage c(map, PixelRect{0, 0, 100, 100}, 0.125); // sums of powers of two: exact
+    Coverage c = identity(0.125); // sums of powers of two: exact
     c.point(12.0, 20.5, 3);                            // columns 11 and 12, rows 19 to 21 certain
     ASSERT_TRUE(c.certain(11, 20) && c.certain(12, 21) && !c.certain(10, 20));
     // Reach 1 + 0.125 + 0.5 from 11.625 ends on column 10's centre, 10.5.
