@@ -87,7 +87,7 @@ TEST(PointCull, DropsWhatCanAddNothing)
 TEST(PointCull, KeepsAPointThatMayReachAnUncertainCentreExactly)
 {
     Coverage c = identity(0.125); // sums of powers of two: exact
-    c.point(12.0, 20.5, 3);                            // columns 11 and 12, rows 19 to 21 certain
+    c.point(12.0, 20.5, 3);       // columns 11 and 12, rows 19 to 21 certain
     ASSERT_TRUE(c.certain(11, 20) && c.certain(12, 21) && !c.certain(10, 20));
     // Reach 1 + 0.125 + 0.5 from 11.625 ends on column 10's centre, 10.5.
     EXPECT_TRUE(c.point(11.625, 20.5, 2));
