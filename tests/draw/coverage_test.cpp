@@ -69,6 +69,8 @@ TEST(PointCull, DropsWhatCanAddNothing)
     Coverage c = identity();
     EXPECT_TRUE(c.point(10.2, 20.7, 3));
     EXPECT_FALSE(c.point(10.2, 20.7, 3)) << "the same point again";
+    EXPECT_TRUE(c.point(2.5, 2.5, 21));
+    EXPECT_FALSE(c.point(2.5, 2.5, 21)) << "a big point again, certain up to the bitmap's first row and column";
     EXPECT_FALSE(c.point(10.5, 20.7, 3)) << "0.3 px to the right: still columns 9 to 11";
     EXPECT_TRUE(c.point(11.1, 20.7, 3)) << "0.9 px to the right reaches column 12's centre";
     EXPECT_TRUE(c.point(10.2, 20.7, 4)) << "a bigger point at the same place";
@@ -84,11 +86,8 @@ TEST(PointCull, DropsWhatCanAddNothing)
 // A point whose reach ends exactly on a pixel's centre may write that pixel.
 TEST(PointCull, KeepsAPointThatMayReachAnUncertainCentreExactly)
 {
-    WindowMap map;
-    map.ax = 1;
-    map.by = 1;
-    Coverage c(map, PixelRect{0, 0, 100, 100}, 0.125); // sums of powers of two: exact
-    c.point(12.0, 20.5, 3);                            // columns 11 and 12, rows 19 to 21 certain
+    Coverage c = identity(0.125); // sums of powers of two: exact
+    c.point(12.0, 20.5, 3);       // columns 11 and 12, rows 19 to 21 certain
     ASSERT_TRUE(c.certain(11, 20) && c.certain(12, 21) && !c.certain(10, 20));
     // Reach 1 + 0.125 + 0.5 from 11.625 ends on column 10's centre, 10.5.
     EXPECT_TRUE(c.point(11.625, 20.5, 2));

@@ -12,13 +12,9 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <tuple>
 
 namespace {
-
-struct Steps {
-    const char* name;
-    float px, py;
-};
 
 // Samples whose x mostly grows by a few frames, sometimes jumps far or goes back,
 // whose coordinates wander by about the step in y, now and then not finite.
@@ -39,11 +35,18 @@ struct Wander {
 
 TEST(PointFilter, LetsThroughWhatTheExactDrawingsFilterDoes)
 {
-    const Steps rows[] = {{"NoSteps", 0, 0},          {"Fractional", 2.5f, 0.8f},
-                          {"Wide", 37, 1.5f},         {"BeyondFloatSteps", 16777217.f, 1},
-                          {"BeyondEveryStep", 1e30f, 1}, {"NotANumber", NAN, 1},
-                          {"Negative", -3, 1},        {"Infinite", INFINITY, INFINITY}};
-    for (const Steps& row : rows) {
+    const struct {
+        const char* name;
+        float px, py;
+    } rows[] = {{"NoSteps", 0, 0},
+                {"Fractional", 2.5f, 0.8f},
+                {"Wide", 37, 1.5f},
+                {"BeyondFloatSteps", 16777217.f, 1},
+                {"BeyondEveryStep", 1e30f, 1},
+                {"NotANumber", NAN, 1},
+                {"Negative", -3, 1},
+                {"Infinite", INFINITY, INFINITY}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         PointFilter fast(row.px, row.py);
         GL::PLOD4 exact(row.px, row.py);
@@ -131,10 +134,6 @@ TEST(TrackIndex, BoxesEveryValidSampleOfEachBlock)
     EXPECT_EQ(index.block(2, 0).timeHi, 999);
 }
 
-} // namespace
-
-namespace {
-
 // With "fastDraw" the data rectangle is read from the tracks' index where it can
 // be: it must be the rectangle the samples give.
 TEST(FastRange, IsTheRectangleTheSamplesGive)
@@ -188,10 +187,8 @@ TEST(FastRange, IsTheRectangleTheSamplesGive)
             g.Range2D(&r, row.mode);
             (indexed ? fast : plain) = r;
         }
-        EXPECT_EQ(fast.top(), plain.top());
-        EXPECT_EQ(fast.bottom(), plain.bottom());
-        EXPECT_EQ(fast.left(), plain.left());
-        EXPECT_EQ(fast.right(), plain.right());
+        const auto edges = [](const QRectF& r) { return std::make_tuple(r.left(), r.top(), r.right(), r.bottom()); };
+        EXPECT_EQ(edges(fast), edges(plain));
     }
 }
 

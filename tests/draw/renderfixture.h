@@ -15,6 +15,15 @@
 #include <functional>
 #include <memory>
 
+// Hands the graph a take as a host does: tracks, selections, frame range.
+inline void load(TAVGraph& g, TAV::Frames take, const QList<int>& markers, const QList<int>& rigids, FramesInfo info)
+{
+    g.SetTracks(&take);
+    g.SetTrackSelection(markers, "markers");
+    g.SetTrackSelection(rigids, "rigids");
+    g.SetFramesInfo(&info);
+}
+
 class RealRender : public testing::Test {
 protected:
     static constexpr int width = 640, height = 360;
@@ -43,15 +52,6 @@ protected:
         ASSERT_TRUE(window->isValid()) << "no GL context";
         ASSERT_EQ(window->width(), width);
         ASSERT_EQ(window->height(), height);
-    }
-
-    // Hands the graph a take as a host does: tracks, selections, frame range.
-    void load(TAV::Frames take, const QList<int>& markers, const QList<int>& rigids, FramesInfo info)
-    {
-        graph.SetTracks(&take);
-        graph.SetTrackSelection(markers, "markers");
-        graph.SetTrackSelection(rigids, "rigids");
-        graph.SetFramesInfo(&info);
     }
 
     // The picture of one paint. A paint asked for while the window system is still

@@ -40,30 +40,15 @@ protected:
     }
 };
 
-// A table of cases over DrawStream; Row has a name.
-template <class Row>
-class DrawRows : public DrawStream, public testing::WithParamInterface<Row> {};
-
-struct RowName {
-    template <class Row>
-    std::string operator()(const testing::TestParamInfo<Row>& i) const
-    {
-        return i.param.name;
-    }
-};
-
-// The state block around a paint.
-inline Calls opening()
+// A whole paint: the state block around the points block (points of `size`
+// pixels) and what follows the points (lines, the region layer, the cursor).
+inline Calls paint(float size, const Calls& points, const Calls& rest = {})
 {
-    return {glrec::PushAttrib(GL_ALL_ATTRIB_BITS), glrec::Disable(GL_LIGHTING), glrec::ShadeModel(GL_FLAT),
-            glrec::Enable(GL_DEPTH_TEST), glrec::Enable(GL_BLEND),
-            glrec::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)};
-}
-
-// The points block: size, then the vertices of every point.
-inline Calls pointsBlock(float size, const Calls& points)
-{
-    return Calls{glrec::PointSize(size), glrec::Begin(GL_POINTS)} + points + Calls{glrec::End(), glrec::PointSize(1)};
+    const Calls opening{glrec::PushAttrib(GL_ALL_ATTRIB_BITS), glrec::Disable(GL_LIGHTING), glrec::ShadeModel(GL_FLAT),
+                        glrec::Enable(GL_DEPTH_TEST), glrec::Enable(GL_BLEND),
+                        glrec::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)};
+    return opening + Calls{glrec::PointSize(size), glrec::Begin(GL_POINTS)} + points +
+           Calls{glrec::End(), glrec::PointSize(1)} + rest + Calls{glrec::PopAttrib()};
 }
 
 const Calls axisColours{glrec::Color3f(0.8f, 0, 0), glrec::Color3f(0, 0.8f, 0), glrec::Color3f(0, 0, 0.8f)};
@@ -124,28 +109,9 @@ inline Calls layer(const Calls& inner)
            Calls{glrec::PopAttrib()};
 }
 
-// Index of the n-th call (from 0) with this name, or -1.
-inline int nth(const Calls& c, const std::string& name, int n)
+// The cursor: a white line across the default view at x.
+inline Calls cursor(double x)
 {
-    for (size_t i = 0; i < c.size(); ++i)
-        if (c[i].name == name && n-- == 0)
-            return int(i);
-    return -1;
-}
-
-inline Calls slice(const Calls& c, int from, int to) { return Calls(c.begin() + from, c.begin() + to); }
-
-// The points block of a paint: its two glPointSize calls and what lies between.
-inline Calls pointsPart(const Calls& c)
-{
-    const int a = nth(c, "glPointSize", 0), b = nth(c, "glPointSize", 1);
-    return a < 0 || b < 0 ? Calls{} : slice(c, a, b + 1);
-}
-
-// What a paint sends after its points and before the closing glPopAttrib: the
-// lines, the region layer and the cursor.
-inline Calls afterPoints(const Calls& c)
-{
-    const int b = nth(c, "glPointSize", 1);
-    return b < 0 ? Calls{} : slice(c, b + 1, int(c.size()) - 1);
+    return {glrec::Color3f(1, 1, 1), glrec::Begin(GL_LINES), glrec::Vertex3d(x, 25, 0.2),
+            glrec::Vertex3d(x, -25, 0.2), glrec::End()};
 }

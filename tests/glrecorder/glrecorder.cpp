@@ -3,8 +3,6 @@
 #include <dlfcn.h>
 
 #include <cstdio>
-#include <sstream>
-#include <utility>
 
 namespace glrec {
 namespace {
@@ -77,8 +75,6 @@ std::string toString(const Calls& calls)
         s += toString(c) + "\n";
     return s;
 }
-
-void PrintTo(const Call& c, std::ostream* os) { *os << toString(c); }
 
 const Calls& calls() { return log(); }
 
@@ -161,38 +157,21 @@ namespace glrec {
 
 bool bound(std::string* which)
 {
-    const std::pair<const char*, void*> entries[] = {
-        {"glBegin", reinterpret_cast<void*>(&glBegin)},
-        {"glEnd", reinterpret_cast<void*>(&glEnd)},
-        {"glVertex3f", reinterpret_cast<void*>(&glVertex3f)},
-        {"glVertex3d", reinterpret_cast<void*>(&glVertex3d)},
-        {"glColor3f", reinterpret_cast<void*>(&glColor3f)},
-        {"glColor4f", reinterpret_cast<void*>(&glColor4f)},
-        {"glPointSize", reinterpret_cast<void*>(&glPointSize)},
-        {"glPolygonMode", reinterpret_cast<void*>(&glPolygonMode)},
-        {"glPushAttrib", reinterpret_cast<void*>(&glPushAttrib)},
-        {"glPopAttrib", reinterpret_cast<void*>(&glPopAttrib)},
-        {"glEnable", reinterpret_cast<void*>(&glEnable)},
-        {"glDisable", reinterpret_cast<void*>(&glDisable)},
-        {"glShadeModel", reinterpret_cast<void*>(&glShadeModel)},
-        {"glBlendFunc", reinterpret_cast<void*>(&glBlendFunc)},
-        {"glGetIntegerv", reinterpret_cast<void*>(&glGetIntegerv)},
-        {"glGetFloatv", reinterpret_cast<void*>(&glGetFloatv)},
-        {"glGetDoublev", reinterpret_cast<void*>(&glGetDoublev)},
-        {"glGetBooleanv", reinterpret_cast<void*>(&glGetBooleanv)},
-        {"glIsEnabled", reinterpret_cast<void*>(&glIsEnabled)},
-        {"glPushClientAttrib", reinterpret_cast<void*>(&glPushClientAttrib)},
-        {"glPopClientAttrib", reinterpret_cast<void*>(&glPopClientAttrib)},
-        {"glEnableClientState", reinterpret_cast<void*>(&glEnableClientState)},
-        {"glDisableClientState", reinterpret_cast<void*>(&glDisableClientState)},
-        {"glVertexPointer", reinterpret_cast<void*>(&glVertexPointer)},
-        {"glColorPointer", reinterpret_cast<void*>(&glColorPointer)},
-        {"glDrawArrays", reinterpret_cast<void*>(&glDrawArrays)},
-    };
-    for (const auto& e : entries) {
-        if (dlsym(RTLD_DEFAULT, e.first) != e.second) {
+    static const char* const names[] = {
+        "glBegin",         "glEnd",          "glVertex3f",         "glVertex3d",          "glColor3f",
+        "glColor4f",       "glPointSize",    "glPolygonMode",      "glPushAttrib",        "glPopAttrib",
+        "glEnable",        "glDisable",      "glShadeModel",       "glBlendFunc",         "glGetIntegerv",
+        "glGetFloatv",     "glGetDoublev",   "glGetBooleanv",      "glIsEnabled",         "glPushClientAttrib",
+        "glPopClientAttrib", "glEnableClientState", "glDisableClientState", "glVertexPointer", "glColorPointer",
+        "glDrawArrays"};
+    // Each name must resolve into the object that holds this recorder.
+    Dl_info self{}, found{};
+    dladdr(reinterpret_cast<void*>(&glBegin), &self);
+    for (const char* name : names) {
+        void* entry = dlsym(RTLD_DEFAULT, name);
+        if (!entry || !dladdr(entry, &found) || found.dli_fbase != self.dli_fbase) {
             if (which)
-                *which = e.first;
+                *which = name;
             return false;
         }
     }

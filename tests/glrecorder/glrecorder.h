@@ -6,7 +6,6 @@
 // arguments, to one process-wide log that a test reads back and compares whole.
 #include <GL/gl.h>
 
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -17,9 +16,6 @@ namespace glrec {
 struct Call {
     std::string name;
     std::vector<double> args;
-
-    bool operator==(const Call& o) const { return name == o.name && args == o.args; }
-    bool operator!=(const Call& o) const { return !(*this == o); }
 };
 typedef std::vector<Call> Calls;
 
@@ -27,7 +23,6 @@ typedef std::vector<Call> Calls;
 std::string toString(const Call& c);
 // One call per line, so a failed comparison shows a line diff.
 std::string toString(const Calls& calls);
-void PrintTo(const Call& c, std::ostream* os);
 
 // The log since the last reset().
 const Calls& calls();
