@@ -85,6 +85,24 @@ void bindABuffer()
     f->glBindBuffer(GL_ARRAY_BUFFER, buffer);
 }
 
+// A framebuffer with no depth buffer: the depth test then lets every fragment
+// through, so the last one at a pixel stays. It is cleared as the window was, and
+// the picture is read back from it.
+void drawWithoutDepthBuffer()
+{
+    GLint size[4] = {0, 0, 0, 0};
+    glGetIntegerv(GL_VIEWPORT, size);
+    QOpenGLFunctions* f = QOpenGLContext::currentContext()->functions();
+    GLuint frame = 0, colour = 0;
+    f->glGenRenderbuffers(1, &colour);
+    f->glBindRenderbuffer(GL_RENDERBUFFER, colour);
+    f->glRenderbufferStorage(GL_RENDERBUFFER, GL_RGBA8, size[2], size[3]);
+    f->glGenFramebuffers(1, &frame);
+    f->glBindFramebuffer(GL_FRAMEBUFFER, frame);
+    f->glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, colour);
+    glClear(GL_COLOR_BUFFER_BIT);
+}
+
 // A modelview whose element (column-major) is not that of the identity: w varying
 // with x or y (3, 7) or not 1 (15), depth varying with x or y (2, 6). Either way
 // the first fragment at a pixel need not be the one that stays.
@@ -177,6 +195,7 @@ INSTANTIATE_TEST_SUITE_P(Views, FastDrawPixels,
                                          under("ABufferBound", bindABuffer),
                                          under("LaterFragmentsWin", [] { glDepthFunc(GL_LEQUAL); }),
                                          under("NoDepthWrites", [] { glDepthMask(GL_FALSE); }),
+                                         under("NoDepthBuffer", drawWithoutDepthBuffer),
                                          under("SmoothPoints", [] { glEnable(GL_POINT_SMOOTH); }),
                                          under("SmoothLines", [] { glEnable(GL_LINE_SMOOTH); }),
                                          under("WideLines", [] { glLineWidth(3.f); }),
