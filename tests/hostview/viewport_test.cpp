@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-#include <vector>
-
 namespace {
 
 using namespace GL;
@@ -45,31 +42,6 @@ TEST(ViewportArithmetic, EdgesAndCursorFollowTheAlignment)
         EXPECT_FLOAT_EQ(c.x, row.cursor.x);
         EXPECT_FLOAT_EQ(c.y, row.cursor.y);
         EXPECT_EQ(c.z, 0.f);
-    }
-}
-
-TEST(PointLOD, LetsThroughPointsThatMovedFarEnough)
-{
-    const struct {
-        const char* name;
-        float px, py;
-        std::vector<std::pair<size_t, Vector>> points;
-        std::vector<bool> accepted;
-    } rows[] = {{"FreshFilterDropsAStartNearZero", 4, 1, {{2, {0.5f, 0, 0}}, {4, {0.5f, 0, 0}}}, {false, true}},
-                {"AnyCoordinateCounts",
-                 10,
-                 1,
-                 {{1, {0, 0, 1}}, {2, {0, 0, 1.5f}}, {3, {0, -1, 1}}, {4, {1, -1, 1}}},
-                 {true, false, true, true}},
-                {"SmallerFrameIsAHugeStep", 10, 100, {{20, {}}, {5, {}}, {6, {}}}, {true, true, false}},
-                {"RejectedPointsKeepTheState", 4, 100, {{4, {}}, {6, {}}, {8, {}}}, {true, false, true}}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        PLOD4 lod(row.px, row.py);
-        std::vector<bool> accepted;
-        for (const auto& p : row.points)
-            accepted.push_back(lod(p.first, p.second));
-        EXPECT_EQ(accepted, row.accepted);
     }
 }
 
