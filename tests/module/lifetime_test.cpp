@@ -4,64 +4,62 @@
 
 #include <QSignalSpy>
 
-#include <functional>
-
 namespace {
 
-TEST(ViewLifetime, GraphNeverTouchesADeadView)
-{
-    const struct {
-        const char* name;
-        std::function<void(GraphOnView&)> run;
-    } rows[] = {{"HandlerDeletesItDuringANavigationJump",
-                 [](GraphOnView& g) {
-                     QObject::connect(g.graph, &TAVGraph::Select, [&g] { delete g.view.data(); });
-                     g.graph->NextAOI();
-                 }},
-                {"HandlerDeletesItDuringASeek",
-                 [](GraphOnView& g) {
-                     QObject::connect(g.graph, &TAVGraph::Seek, [&g] { delete g.view.data(); });
-                     EXPECT_EQ(g.graph->MoveCursor(nullptr, true), 1);
-                 }},
-                {"HandlerDeletesItBeforeTheRepaintOfAToggle",
-                 [](GraphOnView& g) {
-                     QObject::connect(g.graph, &TAVGraph::EnableOriginal, [&g](bool) {
-                         EXPECT_EQ(g.window->update, 0); // the signal comes before the repaint request
-                         delete g.view.data();
-                     });
-                     g.graph->ToggleDrawOriginal(true);
-                     EXPECT_TRUE(g.graph->property<bool>(GraphProperty::drawOrig));
-                 }},
-                {"DestroyedBeforeAnyCall", [](GraphOnView& g) {
-                     delete g.view.data();
-                     QSignalSpy select(g.graph, &TAVGraph::Select);
-                     QSignalSpy seek(g.graph, &TAVGraph::Seek);
-                     g.graph->Redraw();
-                     g.graph->GLWUpdate(nullptr);
-                     g.graph->NextAOI();
-                     g.graph->PrevAOI();
-                     g.graph->SelectRegion();
-                     EXPECT_EQ(g.graph->MoveCursor(nullptr, true), 0);
-                     EXPECT_EQ(select.count() + seek.count(), 0);
-                 }}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        GraphOnView g;
-        g.setFrames(0, 100, 20, 40);
-        g.graph->Connected(g.view);
-        g.graph->regions = runsOf({{0, 9, 1}, {10, 99, 2}});
-        g.window->update = 0;
-        row.run(g);
-        EXPECT_EQ(g.window->update, 0);
+class ViewLifetime : public GraphWithView {
+protected:
+    ViewLifetime()
+    {
+        setFrames(0, 100, 20, 40);
+        graph->Connected(view);
+        graph->regions = runsOf({{0, 9, 1}, {10, 99, 2}});
     }
+};
+
+TEST_F(ViewLifetime, HandlerDeletingTheViewDuringANavigationJump)
+{
+    QObject::connect(graph, &TAVGraph::Select, [this] { delete view.data(); });
+    graph->NextAOI();
+    EXPECT_TRUE(graph->glw.isNull());
+    EXPECT_EQ(window->update, 0);
+}
+
+TEST_F(ViewLifetime, HandlerDeletingTheViewDuringASeek)
+{
+    QObject::connect(graph, &TAVGraph::Seek, [this] { delete view.data(); });
+    EXPECT_EQ(graph->MoveCursor(nullptr, true), 1);
+    EXPECT_EQ(window->update, 0);
+}
+
+TEST_F(ViewLifetime, HandlerDeletingTheViewBeforeTheRepaintOfAToggle)
+{
+    QObject::connect(graph, &TAVGraph::EnableOriginal, [this](bool) {
+        EXPECT_EQ(window->update, 0); // the signal comes before the repaint request
+        delete view.data();
+    });
+    graph->ToggleDrawOriginal(true);
+    EXPECT_TRUE(graph->property<bool>(GraphProperty::drawOrig));
+    EXPECT_EQ(window->update, 0);
+}
+
+TEST_F(ViewLifetime, DestroyedViewLeavesTheGraphUnconnected)
+{
+    delete view.data();
+    QSignalSpy select(graph, &TAVGraph::Select);
+    QSignalSpy seek(graph, &TAVGraph::Seek);
+    graph->Redraw();
+    graph->GLWUpdate(nullptr);
+    graph->NextAOI();
+    graph->PrevAOI();
+    graph->SelectRegion();
+    EXPECT_EQ(graph->MoveCursor(nullptr, true), 0);
+    EXPECT_EQ(select.count() + seek.count(), 0);
+    EXPECT_EQ(window->update, 0);
 }
 
 // Without a window only the view's mouse actions can be made.
-TEST_F(GraphWithView, ViewWhoseWindowIsGoneDoesNotRepaint)
+TEST_F(ViewLifetime, ViewWhoseWindowIsGoneDoesNotRepaint)
 {
-    setFrames(0, 100, 20, 40);
-    graph->Connected(view);
-    graph->regions = runsOf({{0, 9, 1}, {10, 99, 2}});
     window.reset();
     graph->Redraw();
     graph->DataChange();
