@@ -1,7 +1,7 @@
 // Every mistake a host can make, each followed by everything a user can do: the
 // graph must neither crash nor hang, and the sanitizer build must report nothing.
 // Then a sound host's calls by name must work as always.
-#include "hostilehost.h"
+#include "tests/plugin/pluginhost.h"
 
 #include <functional>
 #include <limits>
@@ -13,10 +13,23 @@ const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_li
 
 struct Mistake {
     const char* name;
-    std::function<void(HostileHost&, TAV::Frames&)> make;
+    std::function<void(PluginHost&, TAV::Frames&)> make;
 };
 
-class Hostile : public HostileHost, public testing::WithParamInterface<Mistake> {};
+// The store with the given tracks selected, then each frame range in turn, painted
+// and navigated.
+void sweep(PluginHost& x, TAV::Frames& store, const QList<int>& ids, std::initializer_list<FramesInfo> infos)
+{
+    x.tracks(&store);
+    x.select(ids);
+    for (const FramesInfo& info : infos) {
+        x.frames(info);
+        x.paint();
+        x.navigate();
+    }
+}
+
+class Hostile : public PluginHost, public testing::WithParamInterface<Mistake> {};
 
 TEST_P(Hostile, LeavesTheGraphUsable)
 {
@@ -51,9 +64,9 @@ TEST_P(Hostile, LeavesTheGraphUsable)
 INSTANTIATE_TEST_SUITE_P(
     Mistakes, Hostile,
     testing::Values(
-        Mistake{"SlotsBeforeAnyData", [](HostileHost&, TAV::Frames&) {}},
+        Mistake{"SlotsBeforeAnyData", [](PluginHost&, TAV::Frames&) {}},
         Mistake{"NullPointers",
-                [](HostileHost& x, TAV::Frames&) {
+                [](PluginHost& x, TAV::Frames&) {
                     MenuTree tree;
                     x.tracks(nullptr);
                     x.call("SetFramesInfo", Q_ARG(FramesInfo*, nullptr));
@@ -64,35 +77,31 @@ INSTANTIATE_TEST_SUITE_P(
                     x.call("MoveCursor", Q_ARG(Mouse*, nullptr), Q_ARG(bool, true));
                 }},
         Mistake{"EmptyStoreWithASelection",
-                [](HostileHost& x, TAV::Frames&) {
+                [](PluginHost& x, TAV::Frames&) {
                     static TAV::Frames empty;
                     x.feed(FramesInfo(0, 100, 10, 20, 5, 100), &empty, {1, 2, 3});
                     x.select({1}, "rigids");
                 }},
         Mistake{"ZeroLengthAndReversedRanges",
-                [](HostileHost& x, TAV::Frames& s) {
-                    x.tracks(&s);
-                    x.select({1, 2, 3});
-                    x.sweep({FramesInfo(5, 5, 5, 5, 5, 100), FramesInfo(40, 0, 30, 10, -7, 100)});
+                [](PluginHost& x, TAV::Frames& s) {
+                    sweep(x, s, {1, 2, 3}, {FramesInfo(5, 5, 5, 5, 5, 100), FramesInfo(40, 0, 30, 10, -7, 100)});
                 }},
         Mistake{"ExtremeRanges",
-                [](HostileHost& x, TAV::Frames& s) {
-                    x.tracks(&s);
-                    x.select({1, 2, 3});
-                    x.sweep({FramesInfo(i64min, i64max, i64min, i64max, 0, 100),
+                [](PluginHost& x, TAV::Frames& s) {
+                    sweep(x, s, {1, 2, 3},
+                          {FramesInfo(i64min, i64max, i64min, i64max, 0, 100),
                              FramesInfo(i64max - 3, i64max, i64max - 2, i64max, i64max - 1, 1),
                              FramesInfo(i64min, i64min + 40, i64min, i64min + 1, i64min, 1)});
                 }},
         Mistake{"RatesOfZeroNaNAndInfinity",
-                [](HostileHost& x, TAV::Frames& s) {
-                    x.tracks(&s);
-                    x.select({1, 2});
-                    x.sweep({FramesInfo(0, 40, 3, 9, 4, 0.0f), FramesInfo(0, 40, 3, 9, 4, -50.0f),
+                [](PluginHost& x, TAV::Frames& s) {
+                    sweep(x, s, {1, 2},
+                          {FramesInfo(0, 40, 3, 9, 4, 0.0f), FramesInfo(0, 40, 3, 9, 4, -50.0f),
                              FramesInfo(0, 40, 3, 9, 4, nan), FramesInfo(0, 40, 3, 9, 4, inf),
                              FramesInfo(0, 40, 3, 9, 4, 1e-30f)});
                 }},
         Mistake{"NonFiniteCoordinatesAndConditions",
-                [](HostileHost& x, TAV::Frames& s) {
+                [](PluginHost& x, TAV::Frames& s) {
                     const float bad[] = {nan, inf, -inf, 3e38f};
                     for (int i = 0; i < s[0].markers.size(); ++i) {
                         TAV::Marker& m = s[0].markers[i];
@@ -103,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(
                     x.feed(FramesInfo(0, 40, 0, 0, 0, 0), &s, {1, 2, 3});
                 }},
         Mistake{"IdsAtAndAboveTheKindBits",
-                [](HostileHost& x, TAV::Frames& s) {
+                [](PluginHost& x, TAV::Frames& s) {
                     const uint32_t ids[] = {0x1000000, 0x2000000, 0xFFFFFFFF};
                     for (int t = 0; t < 3; ++t) {
                         s[t].id = ids[t];
@@ -114,7 +123,7 @@ INSTANTIATE_TEST_SUITE_P(
                     x.select({0x1000000}, "rigids");
                 }},
         Mistake{"TracksOfUnequalLengthAndDecreasingTimes",
-                [](HostileHost& x, TAV::Frames& s) {
+                [](PluginHost& x, TAV::Frames& s) {
                     s[1].markers.resize(3);
                     s[2].markers.clear();
                     for (int i = 0; i < s[0].markers.size(); ++i)
@@ -122,17 +131,17 @@ INSTANTIATE_TEST_SUITE_P(
                     x.feed(FramesInfo(0, 60, 0, 0, 0, 0), &s, {1, 2, 3});
                 }},
         Mistake{"ViewDestroyedWhileConnected",
-                [](HostileHost& x, TAV::Frames& s) {
+                [](PluginHost& x, TAV::Frames& s) {
                     x.feed(FramesInfo(0, 40, 0, 0, 0, 0), &s, {1});
                     delete x.view.data();
                 }},
         Mistake{"ActionsDeletedBehindTheGraphsBack",
-                [](HostileHost& x, TAV::Frames& s) {
+                [](PluginHost& x, TAV::Frames& s) {
                     x.feed(FramesInfo(0, 40, 2, 8, 0, 0), &s, {1});
                     qDeleteAll(x.view->actions());
                 }},
         Mistake{"MenuObjectsDestroyedBeforeTheBuild",
-                [](HostileHost& x, TAV::Frames& s) {
+                [](PluginHost& x, TAV::Frames& s) {
                     x.feed(FramesInfo(0, 40, 2, 8, 0, 0), &s, {1});
                     x.call("Selected", Q_ARG(QRectF, QRectF(2, 0, 5, 0)));
                     MenuTree tree;
@@ -142,7 +151,7 @@ INSTANTIATE_TEST_SUITE_P(
                     tree.Build(&menu);
                 }},
         Mistake{"ModuleUnloadedAndLoadedAgain",
-                [](HostileHost& x, TAV::Frames& s) {
+                [](PluginHost& x, TAV::Frames& s) {
                     x.tracks(&s);
                     delete x.graph.data();
                     x.library.unload();

@@ -3,11 +3,11 @@
 // with undo and redo. The heap in use after warm-up must stay flat.
 // TAV_SOAK_CALLS sets the number of calls (default 20,000; the reliability
 // report's figures come from 100,000).
-#include "hostilehost.h"
 #include "host/edit/takeeditor.h"
 #include "host/tavview/take.h"
 #include "host/tavview/tracks.h"
 #include "host/tavview/trackselection.h"
+#include "tests/plugin/pluginhost.h"
 
 #include <QUndoStack>
 
@@ -36,7 +36,7 @@ long heapInUse()
     return long(m.uordblks + m.hblkhd);
 }
 
-class Soak : public HostileHost {};
+using Soak = PluginHost;
 
 TEST_F(Soak, MemoryStaysFlatOverALongSession)
 {

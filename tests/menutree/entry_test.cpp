@@ -1,10 +1,8 @@
 #include "Qt/menutree.h"
-#include "tests/support/capture.h"
 
 #include <QAction>
 #include <gtest/gtest.h>
 
-#include <iostream>
 #include <vector>
 
 namespace {
@@ -58,22 +56,6 @@ TEST(Entry, RemoveByObjectTakesOnlyTheFirstDepthFirstMatch)
     EXPECT_TRUE(root.Remove(&shared));
     EXPECT_TRUE(root.children.first().children.isEmpty());
     EXPECT_EQ(root.children.last().object, &shared);
-}
-
-TEST(Entry, PrintsOneLinePerEntryIndentedByLevel)
-{
-    QAction action(nullptr);
-    action.setObjectName("nextaoi");
-    Entry root("root", static_cast<QObject*>(nullptr));
-    Entry display("display", QString("Display"), -3, 0x1f);
-    display.Insert(Entry("n", &action, 8, 0x11a));
-    root.Insert(display);
-
-    StdoutCapture out;
-    root.Print(2);
-    std::cout << 26;
-    EXPECT_EQ(out.text(), "  [root::0:0]\n   [display:Display:-3:1f]\n    [n:QAction nextaoi:8:11a]\n26")
-        << "the flag is hex, and the stream returns to decimal";
 }
 
 } // namespace

@@ -64,33 +64,28 @@ TEST(MenuTree, SplitsThePathAndConnectsTheObject)
     }
 }
 
-TEST(MenuTree, DestroyedObjectLeavesEveryPathWithOneConnection)
+// By path only what is there goes; a destroyed object leaves every path, through
+// one connection however often it was inserted.
+TEST(MenuTree, RemovesByPathAndOnDestruction)
 {
     MenuTree tree;
+    QAction markers(nullptr);
     tree.Insert("display", "Display");
+    tree.Insert("display.markers", &markers);
+    EXPECT_FALSE(tree.Remove("absent.markers"));
+    EXPECT_FALSE(tree.Remove("display.absent"));
+    EXPECT_TRUE(tree.Remove("display.markers"));
+    EXPECT_EQ(tree.Find("display.markers"), nullptr);
+
     auto action = std::make_unique<QAction>(nullptr);
     for (int i = 0; i < 3; ++i)
         tree.Insert("nextaoi", action.get(), 4);
     tree.Insert("display.nextaoi", action.get());
     tree.update = 0;
-
     action.reset();
-    EXPECT_EQ(tree.update, 1) << "destroyed is connected once however often the object is inserted";
+    EXPECT_EQ(tree.update, 1);
     EXPECT_EQ(tree.Find("nextaoi"), nullptr);
     EXPECT_EQ(tree.Find("display.nextaoi"), nullptr);
-}
-
-TEST(MenuTree, RemovesByPathOnlyWhatIsThere)
-{
-    MenuTree tree;
-    QAction action(nullptr);
-    tree.Insert("display", "Display");
-    tree.Insert("display.markers", &action);
-
-    EXPECT_FALSE(tree.Remove("absent.markers"));
-    EXPECT_FALSE(tree.Remove("display.absent"));
-    EXPECT_TRUE(tree.Remove("display.markers"));
-    EXPECT_EQ(tree.Find("display.markers"), nullptr);
     EXPECT_NE(tree.Find("display"), nullptr);
 }
 

@@ -11,9 +11,10 @@ namespace {
 
 namespace A = GraphAction;
 
-// The display toggles and the area jumps are checkable, though the jumps' slots take
-// no argument.
-TEST_F(GraphWithView, ConnectedMakesEachActionOnceOnTheView)
+// Each action is made once on the view, and its binding reaches its slot the way
+// the window's input does. The display toggles and the area jumps are checkable,
+// though the jumps' slots take no argument.
+TEST_F(GraphWithView, ConnectedMakesEachActionOnceAndBindsItsSlot)
 {
     const struct {
         const char* name;
@@ -24,9 +25,11 @@ TEST_F(GraphWithView, ConnectedMakesEachActionOnceOnTheView)
                 {A::prevAOI, "Ctrl+,", true},     {A::selectRegion, "r", false}, {A::updateOffsets, "t", false},
                 {A::clearOffsets, "", false},     {A::moveCursor, "", false},    {A::expandSelect, "", false},
                 {A::contractSelect, "", false}};
+    setFrames(0, 100);
     const int hostActions = view->actions().size();
     graph->Connected(view);
     graph->Connected(view); // again: the actions are replaced, not doubled
+    graph->Connected(nullptr); // keeps the view
     EXPECT_EQ(view->actions().size(), hostActions + int(std::size(rows)));
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -36,14 +39,7 @@ TEST_F(GraphWithView, ConnectedMakesEachActionOnceOnTheView)
         EXPECT_EQ(a->isCheckable(), row.checkable);
         EXPECT_FALSE(a->text().isEmpty());
     }
-}
 
-// The bindings reach the slots the way the window's input does.
-TEST_F(GraphWithView, MouseAndKeyActionsRunTheirSlots)
-{
-    setFrames(0, 100);
-    graph->Connected(view);
-    graph->Connected(nullptr); // keeps the view
     graph->selectStart = 10;
     graph->selectEnd = 20;
     QSignalSpy seek(graph, &TAVGraph::Seek);

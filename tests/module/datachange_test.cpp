@@ -56,27 +56,20 @@ TEST(DataChange, SelectionNamesAreExactAndRebuildRegions)
 
     graph.SetTrackSelection({5}, "Markers");
     EXPECT_TRUE(graph.regionsSet.empty());
-    graph.SetTrackSelection({5}, "markers");
-    graph.SetTrackSelection({5}, "rigids");
-    ASSERT_EQ(graph.regionsSet.size(), 2u);
+    graph.SetTrackSelection({5, 6, 9}, "markers");
     EXPECT_EQ(runsText(graph.regionsSet.at(0x1000005)), "0-1:1 2-3:2 4-4:1");
+    // The selected tracks OR-ed frame by frame, where the last frame joins the last
+    // run; an id without a track gets an empty entry.
+    EXPECT_EQ(runsText(graph.regions), "0-1:1 2-4:3");
+    EXPECT_TRUE(graph.regionsSet.at(0x1000009).empty());
+    graph.SetTrackSelection({5}, "rigids");
+    ASSERT_EQ(graph.regionsSet.size(), 4u);
     EXPECT_EQ(runsText(graph.regionsSet.at(0x2000005)), "0-4:8");
 
     graph.SetTrackSelection({1, 2}, "cameras");
-    EXPECT_EQ(graph.regionsSet.size(), 2u);
+    EXPECT_EQ(graph.regionsSet.size(), 4u);
     graph.SetTrackSelection({}, "rigids");
     EXPECT_EQ(graph.regionsSet.count(0x2000005), 0u);
-}
-
-TEST(DataChange, MergeOrsTheSelectedTracksFrameByFrame)
-{
-    TAVGraph graph;
-    TAV::Frames tracks = makeTracks({makeTrack(1, {1.5f, 1.5f, 1.5f, 1.5f, 1.5f}), makeTrack(2, {1.5f, 1.5f, 0, 0, 1.5f})});
-    graph.SetTracks(&tracks);
-    graph.SetTrackSelection({1, 2, 9}, "markers");
-    // The last frame joins the last run; an id without a track gets an empty entry.
-    EXPECT_EQ(runsText(graph.regions), "0-1:1 2-4:3");
-    EXPECT_TRUE(graph.regionsSet.at(0x1000009).empty());
 }
 
 // The graph's copy shares the host's frames: reading them for regions, offsets, the

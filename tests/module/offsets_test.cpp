@@ -1,47 +1,52 @@
 #include "graphfixture.h"
 
+#include <functional>
+
 namespace {
 
 const Vector none(-1, -1, -1); // nothing recorded
 
-// Marker tracks 1 (with a rigid track) and 2, four frames; track 2's sample at
-// frame 2 is invalid.
-struct OffsetsOnView : GraphOnView {
-    OffsetsOnView() { setTracks(); }
-    void setTracks()
-    {
-        setFrames(0, 4);
-        graph->SetTracks(&tracks);
-    }
-    Vector marker(int id) const
-    {
-        Vector v = none;
-        graph->trackOffsets.find(id, v);
-        return v;
-    }
-
-    TAV::Frames tracks = makeTracks({makeTrack(1, {1, 1, 1, 1}, {1, 1, 1, 1}), makeTrack(2, {1, 1, 0, 1})});
-};
-
+// Marker tracks 1 (with a rigid track) and 2, four frames, track 2's sample at frame
+// 2 invalid; the last track is the reference. Each row may change the tracks first.
 TEST(TrackOffsets, TakeEachTrackAtTheReferenceFrame)
 {
+    const auto noChange = [](TAV::Frames&) {};
     const struct {
         const char* name;
         bool connected;    // else the current frame is the reference
         float scale, freq; // a zero scale maps the mouse to +infinity, or NaN at 0
         int x;             // mouse x, or the current frame
         Vector track1, track2;
-    } rows[] = {{"WithoutAViewTheCurrentFrame", false, 1, 0, 1, {1, 11, -1}, {1, 21, -1}},
-                {"MouseLeftOfTheDataTakesTheFirst", true, 1, 0, -30, {0, 10, 0}, {0, 20, 0}},
-                {"MouseRightOfTheDataTakesTheLast", true, 1, 0, 300, {3, 13, -3}, {3, 23, -3}},
-                {"InvalidSampleLeavesItsTrackUnshifted", true, 1, 0, 2, {2, 12, -2}, none},
-                {"InfiniteMouseTakesTheLast", true, 0, 0, 5, {3, 13, -3}, {3, 23, -3}},
-                {"NaNMouseIsFrameZero", true, 0, 0, 0, {0, 10, 0}, {0, 20, 0}},
-                // Half of a huge period saturates; the search's first probe (index 1) is within it.
-                {"HugePeriodSaturatesTheTolerance", true, 1, 1e-30f, 3, {1, 11, -1}, {1, 21, -1}}};
+        std::function<void(TAV::Frames&)> change;
+    } rows[] = {
+        {"WithoutAViewTheCurrentFrame", false, 1, 0, 1, {1, 11, -1}, {1, 21, -1}, noChange},
+        {"MouseLeftOfTheDataTakesTheFirst", true, 1, 0, -30, {0, 10, 0}, {0, 20, 0}, noChange},
+        {"MouseRightOfTheDataTakesTheLast", true, 1, 0, 300, {3, 13, -3}, {3, 23, -3}, noChange},
+        {"InvalidSampleLeavesItsTrackUnshifted", true, 1, 0, 2, {2, 12, -2}, none, noChange},
+        {"InfiniteMouseTakesTheLast", true, 0, 0, 5, {3, 13, -3}, {3, 23, -3}, noChange},
+        {"NaNMouseIsFrameZero", true, 0, 0, 0, {0, 10, 0}, {0, 20, 0}, noChange},
+        // Half of a huge period saturates; the search's first probe (index 1) is within it.
+        {"HugePeriodSaturatesTheTolerance", true, 1, 1e-30f, 3, {1, 11, -1}, {1, 21, -1}, noChange},
+        {"RigidOnlyReferenceIndexesMarkerTracks", true, 1, 0, 2, {2, 12, -2}, none,
+         [](TAV::Frames& t) { t.append(makeTrack(7, {}, {1, 1, 1, 1})); }},
+        // The samples at frame 3 stay in the storage: nothing past the end is read.
+        {"ShorterTrackRecordsNothingPastItsEnd", true, 1, 0, 3, none, {3, 23, -3},
+         [](TAV::Frames& t) {
+             t[0].markers.removeLast();
+             t[0].rigids.removeLast();
+         }},
+        // No reference sample near the mouse: nothing recorded, nothing read before a start.
+        {"PositionOutsideTheReferenceTrack", true, 1, 0, 0, none, none, [](TAV::Frames& t) {
+             t.append(makeTrack(9, {1, 1}));
+             for (TAV::Marker& m : t.last().markers)
+                 m.time += 2;
+         }}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        OffsetsOnView g;
+        GraphOnView g;
+        TAV::Frames tracks = makeTracks({makeTrack(1, {1, 1, 1, 1}, {1, 1, 1, 1}), makeTrack(2, {1, 1, 0, 1})});
+        row.change(tracks);
+        g.graph->SetTracks(&tracks);
         g.setFrames(0, 4, 0, 0, row.freq, row.connected ? 0 : row.x);
         if (row.connected) {
             g.graph->Connected(g.view);
@@ -51,59 +56,16 @@ TEST(TrackOffsets, TakeEachTrackAtTheReferenceFrame)
         g.window->update = 0;
         g.graph->UpdateTrackOffsets();
         EXPECT_EQ(g.window->update, row.connected ? 1 : 0);
-        EXPECT_EQ(g.marker(1), row.track1);
-        EXPECT_EQ(g.marker(2), row.track2);
+        for (int id : {1, 2}) {
+            Vector v = none;
+            g.graph->trackOffsets.find(id, v);
+            EXPECT_EQ(v, id == 1 ? row.track1 : row.track2) << "track " << id;
+        }
         EXPECT_EQ(g.graph->rbtrackOffsets.count(1), row.track1 == none ? 0u : 1u);
         g.graph->ClearTrackOffsets(); // without a repaint
         EXPECT_EQ(g.window->update, row.connected ? 1 : 0);
         EXPECT_TRUE(g.graph->trackOffsets.empty() && g.graph->rbtrackOffsets.empty());
     }
-}
-
-// The last track is the reference: a rigid-only one indexes the marker tracks too.
-TEST(TrackOffsets, RigidOnlyReferenceTrackIndexesMarkerTracks)
-{
-    OffsetsOnView g;
-    g.tracks.append(makeTrack(7, {}, {1, 1, 1, 1}));
-    g.setTracks();
-    g.graph->Connected(g.view);
-    g.window->mouse.x = 3;
-    g.graph->UpdateTrackOffsets();
-    EXPECT_EQ(g.marker(2), Vector(3, 23, -3));
-    EXPECT_EQ(g.graph->rbtrackOffsets.count(7), 1u);
-}
-
-// A track shorter than the reference has nothing at a later index, whatever its
-// storage still holds there.
-TEST(TrackOffsets, ShorterTrackRecordsNothingPastItsEnd)
-{
-    OffsetsOnView g;
-    g.tracks[0].markers.removeLast(); // the samples at frame 3 stay in the storage
-    g.tracks[0].rigids.removeLast();
-    g.setTracks();
-    g.graph->Connected(g.view);
-    g.window->mouse.x = 3;
-    g.graph->UpdateTrackOffsets();
-    EXPECT_EQ(g.marker(1), none);
-    EXPECT_EQ(g.graph->rbtrackOffsets.count(1), 0u);
-    EXPECT_EQ(g.marker(2), Vector(3, 23, -3));
-}
-
-// The reference track has no sample near the position: its index -1 must record
-// nothing, and must not read before any track's first sample.
-TEST(TrackOffsets, PositionOutsideTheReferenceTrackRecordsNothing)
-{
-    OffsetsOnView g;
-    TAV::Frame late = makeTrack(9, {1, 1});
-    for (TAV::Marker& m : late.markers)
-        m.time += 2;
-    g.tracks.append(late);
-    g.setTracks();
-    g.graph->Connected(g.view);
-    g.window->mouse.x = 0;
-    g.graph->UpdateTrackOffsets();
-    EXPECT_TRUE(g.graph->trackOffsets.empty());
-    EXPECT_TRUE(g.graph->rbtrackOffsets.empty());
 }
 
 } // namespace

@@ -44,6 +44,7 @@ TEST(Range2D, GrowsTheRectangle)
         {"Mode0WholeRangeWithModifyRegion", takeAt1000, 0, 0, true, 0, flat, QRectF(0, 7, 100, -4)},
         // The stored selection is already relative to the start.
         {"Mode2ReversedSelectionIsSwapped", takeAt1000, 40, 10, true, 2, flat, QRectF(10, 7, 30, -4)},
+        {"Mode2SelectionIsBoundedToTheFramesFirst", takeAt1000, 120, -5, true, 2, flat, QRectF(0, 7, 99, -4)},
         {"Mode1FitsThenScalesFiveFold", fourFrames, 0, 0, true, 1, QRectF(), QRectF(0, 15, 4, -25), false},
         {"OnlyRigidsSelectedSkipsMarkerTracks", fourFrames, 0, 0, true, 1, QRectF(), QRectF(0, 100, 4, -100), true, {2}},
         {"EdgesCountInvalidSamplesDoNot", fourFrames, 1, 3, true, 2, QRectF(), QRectF(1, 3, 2, -3), false},
@@ -66,20 +67,6 @@ TEST(Range2D, GrowsTheRectangle)
         graph.Range2D(&rect, row.mode);
         EXPECT_EQ(rectText(rect), rectText(row.expected));
     }
-}
-
-// Range2D first clamps the stored selection into the frames.
-TEST(Range2D, NormalisesTheStoredSelection)
-{
-    TAVGraph graph;
-    FramesInfo info(0, 100);
-    graph.SetFramesInfo(&info);
-    graph.selectStart = 120;
-    graph.selectEnd = -5;
-    QRectF rect;
-    graph.Range2D(&rect, 0);
-    EXPECT_EQ(graph.selectStart, 0);
-    EXPECT_EQ(graph.selectEnd, 99);
 }
 
 // A host's mistakes must not take the client down: a null store or rectangle is

@@ -8,10 +8,7 @@
 
 namespace {
 
-class Plugin : public testing::Test, public PluginHost {
-protected:
-    void SetUp() override { load(); }
-};
+using Plugin = PluginHost;
 
 TEST_F(Plugin, InitRegistersANamingFactoryAndAlwaysReturnsOne)
 {
@@ -60,36 +57,6 @@ TEST_F(Plugin, MetaObjectAndDefaultsAreTheContracts)
         EXPECT_EQ(names[int(i)], p.name);
         EXPECT_EQ(graph->property(p.name).userType(), int(p.type));
         EXPECT_EQ(graph->property(p.name), p.variant());
-    }
-}
-
-// Pointer arguments that a queued call needs registered: GLW*, MenuTree*, QList<int>
-// and Mouse* are; FramesInfo*, TAV::Frames* and QRectF* are not.
-TEST_F(Plugin, ArgumentsRegisterAsMetaTypes)
-{
-    const struct {
-        const char* method;
-        int argument;
-        const char* registeredAs; // null: not registered
-    } rows[] = {{"Connected(GLW*)", 0, "GLW*"},       {"Draw2D(GLW*)", 0, "GLW*"},
-                {"MoveCursor(Mouse*,bool)", 0, "Mouse*"}, {"InitContextMenuTree(GLW*,MenuTree*)", 1, "MenuTree*"},
-                {"SetTrackSelection(QList<int>,QString)", 0, "QList<int>"},
-                {"SetFramesInfo(FramesInfo*)", 0, nullptr}, {"SetTracks(TAV::Frames*)", 0, nullptr},
-                {"Range2D(QRectF*,int)", 0, nullptr}};
-    const QMetaObject* meta = graph->metaObject();
-    for (auto row : rows) {
-        SCOPED_TRACE(row.method);
-        const int index = meta->indexOfMethod(row.method);
-        ASSERT_GE(index, 0);
-        int type = -2;
-        void* args[] = {&type, &row.argument};
-        QMetaObject::metacall(graph, QMetaObject::RegisterMethodArgumentMetaType, index, args);
-        if (!row.registeredAs) {
-            EXPECT_EQ(type, -1);
-        } else {
-            EXPECT_STREQ(QMetaType::typeName(type), row.registeredAs);
-            EXPECT_EQ(meta->method(index).parameterType(row.argument), type);
-        }
     }
 }
 
