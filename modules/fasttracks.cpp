@@ -20,6 +20,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace {
 
@@ -113,7 +114,7 @@ public:
     int axes(const SampleBlock& block)
     {
         const int all = p.ps.channels & 7;
-        if (!p.cullPoints || !block.finite)
+        if (!block.finite)
             return all;
         if (block.empty())
             return 0;
@@ -223,7 +224,7 @@ public:
     int axes(const SampleBlock& block)
     {
         const int all = p.ps.channels & 7;
-        if (!p.culling || !block.finite)
+        if (!block.finite)
             return all;
         double x0 = HUGE_VAL, x1 = -HUGE_VAL;
         float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
@@ -333,6 +334,8 @@ void visit(Walk& w, const TrackIndex& index, int level, int i)
             visit(w, index, level - 1, c);
 }
 
+// An index is given only when there is coverage to cull against: without one,
+// every sample of the window is looked at.
 template <class Walk>
 void walk(Walk& w, const TrackIndex* index, int channels)
 {
@@ -341,7 +344,22 @@ void walk(Walk& w, const TrackIndex* index, int channels)
     if (index)
         visit(w, *index, index->levels() - 1, 0);
     else
-        w.samples(w.first(), w.end(), channels & 7);
+        w.samples(w.first(), w.end(), channels);
+}
+
+// f(samples, index, rigid) for every shown track's markers, then its rigid
+// bodies, in track order, as the exact drawing takes them; the track's index
+// when `indexed`.
+template <class F>
+void forEachShownTrack(const TAVGraph& g, const Paint& p, TrackIndexes& indexes, bool indexed, F f)
+{
+    for (int i = 0; i < g.tracks.size(); ++i) {
+        const TAV::Frame& t = g.tracks.at(i);
+        if (p.ps.markers && trackShown(g.markers, g.markers, g.rigids, t.id) && !t.markers.isEmpty())
+            f(t.markers, indexed ? &indexes.markers(g.tracks, i) : nullptr, false);
+        if (p.ps.rigids && trackShown(g.rigids, g.markers, g.rigids, t.id) && !t.rigids.isEmpty())
+            f(t.rigids, indexed ? &indexes.rigids(g.tracks, i) : nullptr, true);
+    }
 }
 
 } // namespace
@@ -378,33 +396,20 @@ void drawFastTracks(const TAVGraph& g, const GLW& glw, Coverage* coverage, Track
     p.culling = coverage;
     p.cullPoints = coverage && pointSizeExact(p.ps.size);
 
-    const auto shows = [&g](bool kind, const QList<int>& own, uint32_t id) {
-        return kind && trackShown(own, g.markers, g.rigids, id);
-    };
-    const int channels = p.ps.channels;
+    const int channels = p.ps.channels & 7;
     VertexList points, segments;
-    for (int i = 0; (channels & 7) && i < g.tracks.size(); ++i) {
-        const TAV::Frame& f = g.tracks.at(i);
-        if (shows(p.ps.markers, g.markers, f.id) && !f.markers.isEmpty()) {
-            PointWalk<TAV::Marker> w(p, f.markers, g.trackOffsets, false, points);
-            walk(w, p.cullPoints ? &indexes.markers(g.tracks, i) : nullptr, channels);
-        }
-        if (shows(p.ps.rigids, g.rigids, f.id) && !f.rigids.isEmpty()) {
-            PointWalk<TAV::Rigid> w(p, f.rigids, g.rbtrackOffsets, true, points);
-            walk(w, p.cullPoints ? &indexes.rigids(g.tracks, i) : nullptr, channels);
-        }
-    }
-    for (int i = 0; p.lines && (channels & 7) && i < g.tracks.size(); ++i) {
-        const TAV::Frame& f = g.tracks.at(i);
-        if (shows(p.ps.markers, g.markers, f.id) && !f.markers.isEmpty()) {
-            LineWalk<TAV::Marker> w(p, f.markers, segments);
-            walk(w, coverage ? &indexes.markers(g.tracks, i) : nullptr, channels);
-        }
-        if (shows(p.ps.rigids, g.rigids, f.id) && !f.rigids.isEmpty()) {
-            LineWalk<TAV::Rigid> w(p, f.rigids, segments);
-            walk(w, coverage ? &indexes.rigids(g.tracks, i) : nullptr, channels);
-        }
-    }
+    if (channels)
+        forEachShownTrack(g, p, indexes, p.cullPoints, [&](const auto& samples, const TrackIndex* index, bool rb) {
+            using T = typename std::decay_t<decltype(samples)>::value_type;
+            PointWalk<T> w(p, samples, rb ? g.rbtrackOffsets : g.trackOffsets, rb, points);
+            walk(w, index, channels);
+        });
+    if (channels && p.lines)
+        forEachShownTrack(g, p, indexes, coverage != nullptr, [&](const auto& samples, const TrackIndex* index, bool) {
+            using T = typename std::decay_t<decltype(samples)>::value_type;
+            LineWalk<T> w(p, samples, segments);
+            walk(w, index, channels);
+        });
 
     glPointSize(float(p.ps.size));
     points.draw(GL_POINTS);
