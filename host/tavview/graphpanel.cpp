@@ -112,12 +112,11 @@ void GraphPanel::SetTake(const Take& take)
     selection = TrackSelection();
     shownSamples = nullptr;
     trackStore = TAV::Frames();
-    pendingFit = 2;
     sendFramesInfo();
     SetTrackSelection(TrackSelection());
     emit TakeChanged();
-    if (glWindow && glWindow->isVisible())
-        Fit(2);
+    // A hidden window keeps the fit for when it is first shown at its size.
+    Fit(2);
 }
 
 void GraphPanel::SetTrackSelection(const TrackSelection& s)

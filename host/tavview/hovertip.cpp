@@ -16,7 +16,7 @@ QString HoverTip::TextAt(const QPoint& widgetPos) const
 {
     QObject* graph = panel ? panel->graph() : nullptr;
     GLW* view = panel ? panel->view() : nullptr;
-    if (!graph || !view || view->width() < 2 || view->height() < 2)
+    if (!graph || !view)
         return QString();
     ShownTracks shown;
     shown.markers = panel->trackSelection().markers;
