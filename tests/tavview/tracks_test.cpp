@@ -33,6 +33,7 @@ TEST_F(Viewer, AreasPanelFollowsTheTrackListsAndJumpsOnDoubleClick)
     QTreeWidget* list = window->areas()->list();
     window->areas()->byTrackSwitch()->setChecked(false);
     EXPECT_EQ(areaRows(*window), (QStringList{"all gap 40 101 140", "all gap 6 401 406"}));
+    EXPECT_EQ(list->visualItemRect(list->topLevelItem(0)).left(), 0) << "a flat list wastes no indentation";
 
     QSignalSpy selection(panel, &GraphPanel::SelectionChanged);
     view->viewport.pos.x = 50;
