@@ -244,6 +244,7 @@ void GraphPanel::fitNow(int mode)
         data.setRight(double(fitLast));
     }
     fitViewport(glView->viewport, data, int(glView->width()), int(glView->height()));
+    laidOutFor = glWindow->size();
     Repaint();
 }
 
@@ -350,17 +351,19 @@ bool GraphPanel::eventFilter(QObject* watched, QEvent* event)
         if (pendingFit && e->size().width() >= 2 && e->size().height() >= 2)
             fitNow(pendingFit);
         else
-            keepRangeOnResize(e->oldSize(), e->size());
+            keepRangeOnResize(e->size());
     }
     return QObject::eventFilter(watched, event);
 }
 
 // A resized window shows the same data range, stretched.
-void GraphPanel::keepRangeOnResize(const QSize& oldSize, const QSize& newSize)
+void GraphPanel::keepRangeOnResize(const QSize& newSize)
 {
+    const QSize oldSize = laidOutFor;
     if (!oldSize.isValid() || oldSize.width() < 2 || oldSize.height() < 2 || newSize.width() < 2 ||
         newSize.height() < 2)
         return;
+    laidOutFor = newSize;
     GL::Viewport& vp = glView->viewport;
     const double l = vp.Left(oldSize.width()), r = vp.Right(oldSize.width());
     const double b = vp.Bottom(oldSize.height()), t = vp.Top(oldSize.height());

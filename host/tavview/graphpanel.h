@@ -108,7 +108,7 @@ private:
     void sendFramesInfo();
     void watchOffsetActions();
     void fitNow(int mode);
-    void keepRangeOnResize(const QSize& oldSize, const QSize& newSize);
+    void keepRangeOnResize(const QSize& newSize);
     void takeOverAreaActions();
 
     QPointer<GLWindow> glWindow;
@@ -125,6 +125,10 @@ private:
     Regions filled; // frames where a shown track holds a filled sample
     qint64 honouredFirst = -1, honouredLast = -1;
     int pendingFit = 0;
+    // The window size the viewport was last fitted or stretched for. A window can
+    // be resized without a valid old size (a native window made afresh comes up at
+    // a default size first), so stretching starts from this instead.
+    QSize laidOutFor;
     qint64 fitFirst = 0, fitLast = 0;
     QRectF proposal;
 };

@@ -161,4 +161,22 @@ TEST_F(Viewer, FitAndPlayKeys)
     EXPECT_EQ(panel->current(), stopped);
 }
 
+// A window resized while hidden is told its new size without the old one when it
+// is shown again; it still shows the frames it showed, stretched to the new size.
+TEST_F(Viewer, AWindowResizedWhileHiddenShowsTheSameFrames)
+{
+    show();
+    zoomTo(100, 140);
+    const QSize before = gl->size();
+    window->hide();
+    window->resize(window->width() + 200, window->height() + 100);
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get(), patienceMs));
+    QCoreApplication::processEvents();
+    ASSERT_NE(gl->size(), before);
+    const int w = int(view->width());
+    EXPECT_NEAR(view->viewport.Left(w), 100, 0.01);
+    EXPECT_NEAR(view->viewport.Right(w), 140, 0.01);
+}
+
 } // namespace
