@@ -44,19 +44,6 @@ protected:
     }
 };
 
-TEST_F(ShownWindow, RepaintCounterPaintsOnceAskedAndResets)
-{
-    QSignalSpy paints(&window, &GLWindow::Paint2D);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window.update == 0 && paints.count() > 0; }, patienceMs));
-    QTest::qWait(100);
-    const int settled = paints.count();
-    ASSERT_EQ(window.update, 0);
-
-    window.update += 1;
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.update == 0 && paints.count() > settled; }, patienceMs));
-    EXPECT_EQ(paints.last().at(0).value<GLW*>(), &view);
-}
-
 // A view whose edges are not finite, or equal, is not painted: its projection would
 // be undefined. Each row makes exactly one edge fail.
 TEST_F(ShownWindow, ViewsWithoutFiniteDistinctEdgesAreNotPainted)
@@ -84,47 +71,40 @@ TEST_F(ShownWindow, ViewsWithoutFiniteDistinctEdgesAreNotPainted)
 
 // Keys reach the window's key actions by their shortcut; mouse actions run on
 // their exact binding (button and modifiers) when the event is over their view.
-struct Input {
-    const char* name;
-    bool key;
-    int code; // a Qt::Key or a Qt::MouseButton
-    Qt::KeyboardModifiers modifiers;
-    QStringList calls;
-    QPoint at = QPoint(25, 70);
-};
-
-void PrintTo(const Input& row, std::ostream* os) { *os << row.name; }
-
-class Actions : public ShownWindow, public testing::WithParamInterface<Input> {};
-
-TEST_P(Actions, RunTheirSlotOnTheirBindingOnly)
+TEST_F(ShownWindow, ActionsRunTheirSlotOnTheirBindingOnly)
 {
-    const Input& row = GetParam();
     window.NewAction("Ctrl+.", "nextaoi", &probe, SLOT(NextAOI()));
     window.NewAction("r", "selectregion", &probe, SLOT(SelectRegion()));
     view.NewMouseAction(0x1, 0, "movecursor", &probe, SLOT(MoveCursor(Mouse*, bool)));
     view.NewMouseAction(0x4000008, 0, "expandselect", &probe, SLOT(ExpandSelect()));
-    if (row.key) {
-        activate();
-        QTest::keyClick(&window, Qt::Key(row.code), row.modifiers);
-    } else {
-        QTest::mousePress(&window, Qt::MouseButton(row.code), row.modifiers, row.at);
-        QTest::mouseRelease(&window, Qt::MouseButton(row.code), row.modifiers, row.at);
+    const struct {
+        const char* name;
+        bool key;
+        int code; // a Qt::Key or a Qt::MouseButton
+        Qt::KeyboardModifiers modifiers;
+        QStringList calls;
+        QPoint at = QPoint(25, 70);
+    } rows[] = {{"CtrlPeriod", true, Qt::Key_Period, Qt::ControlModifier, {"NextAOI"}},
+                {"PeriodWithoutCtrl", true, Qt::Key_Period, Qt::NoModifier, {}},
+                {"Letter", true, Qt::Key_R, Qt::NoModifier, {"SelectRegion"}},
+                {"LeftClick", false, Qt::LeftButton, Qt::NoModifier, {"MoveCursor(true)", "MoveCursor(false)"}},
+                {"CtrlXButton1", false, Qt::XButton1, Qt::ControlModifier, {"ExpandSelect"}},
+                {"XButton1WithoutCtrl", false, Qt::XButton1, Qt::NoModifier, {}},
+                {"ShiftLeft", false, Qt::LeftButton, Qt::ShiftModifier, {}},
+                {"OutsideTheView", false, Qt::LeftButton, Qt::NoModifier, {}, {175, 70}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        probe.calls.clear();
+        if (row.key) {
+            activate();
+            QTest::keyClick(&window, Qt::Key(row.code), row.modifiers);
+        } else {
+            QTest::mousePress(&window, Qt::MouseButton(row.code), row.modifiers, row.at);
+            QTest::mouseRelease(&window, Qt::MouseButton(row.code), row.modifiers, row.at);
+        }
+        EXPECT_EQ(probe.calls, row.calls);
     }
-    EXPECT_EQ(probe.calls, row.calls);
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, Actions,
-    testing::Values(Input{"CtrlPeriod", true, Qt::Key_Period, Qt::ControlModifier, {"NextAOI"}},
-                    Input{"PeriodWithoutCtrl", true, Qt::Key_Period, Qt::NoModifier, {}},
-                    Input{"Letter", true, Qt::Key_R, Qt::NoModifier, {"SelectRegion"}},
-                    Input{"LeftClick", false, Qt::LeftButton, Qt::NoModifier, {"MoveCursor(true)", "MoveCursor(false)"}},
-                    Input{"CtrlXButton1", false, Qt::XButton1, Qt::ControlModifier, {"ExpandSelect"}},
-                    Input{"XButton1WithoutCtrl", false, Qt::XButton1, Qt::NoModifier, {}},
-                    Input{"ShiftLeft", false, Qt::LeftButton, Qt::ShiftModifier, {}},
-                    Input{"OutsideTheView", false, Qt::LeftButton, Qt::NoModifier, {}, {175, 70}}),
-    [](const testing::TestParamInfo<Input>& i) { return std::string(i.param.name); });
 
 // Each view holds its own actions, so a graph finds its own by name; a second
 // action of the same name on the same view replaces the first.
@@ -193,24 +173,11 @@ TEST_F(ShownWindow, RightClickShowsAFreshMenuAndRunsNoSlot)
     EXPECT_EQ(probe.calls, (QStringList{"InitContextMenuTree", "InitContextMenuTree"}));
 }
 
-struct Inset {
-    const char* name;
-    QRectF rect;
-    QPoint origin; // the view's top-left pixel in the window
-    int height;
-};
-
-void PrintTo(const Inset& row, std::ostream* os) { *os << row.name; }
-
-class Pixels : public ShownWindow, public testing::WithParamInterface<Inset> {};
-
 // A red rectangle whose edges lie a quarter pixel outside the centres of view pixels
 // i 20..39 and j 10..29 covers exactly those (half a pixel off would lose a row or
 // column), over a green one that fills the rest of the view.
-TEST_P(Pixels, DataCoordinatesLandOnTheirPixels)
+TEST_F(ShownWindow, DataCoordinatesLandOnTheirPixels)
 {
-    const Inset& row = GetParam();
-    view.rect = row.rect;
     // Read while painting: the back buffer then holds exactly this frame.
     QImage image;
     QObject::connect(&window, &GLWindow::Paint2D, [&image](GLW*) {
@@ -222,24 +189,30 @@ TEST_P(Pixels, DataCoordinatesLandOnTheirPixels)
         glReadPixels(0, 0, 200, 100, GL_RGBA, GL_UNSIGNED_BYTE, rows.bits());
         image = rows.mirrored();
     });
-    window.updateGL();
-    ASSERT_FALSE(image.isNull());
-    const auto at = [&](int i, int j) { return image.pixel(row.origin.x() + i, row.origin.y() + row.height - 1 - j); };
-    const QRgb red = qRgb(255, 0, 0), green = qRgb(0, 255, 0);
-
     const struct {
-        int i, j;
-        QRgb colour;
-    } expected[] = {{20, 10, red},   {39, 29, red},  {19, 10, green}, {40, 29, green},
-                    {20, 9, green},  {39, 30, green}, {0, 0, green},  {0, row.height - 1, green}};
-    for (const auto& e : expected)
-        EXPECT_EQ(at(e.i, e.j), e.colour) << "view pixel " << e.i << ", " << e.j;
-    EXPECT_EQ(image.pixel(199, 0), qRgb(38, 38, 38)) << "outside every view: the clear colour";
+        const char* name;
+        QRectF rect;
+        QPoint origin; // the view's top-left pixel in the window
+        int height;
+    } insets[] = {{"AtTheOrigin", QRectF(0, 0, 150, 100), {0, 0}, 100},
+                  {"InsetBelowTheTop", QRectF(100, 10, 90, 50), {100, 10}, 50}};
+    for (const auto& inset : insets) {
+        SCOPED_TRACE(inset.name);
+        view.rect = inset.rect;
+        image = QImage();
+        window.updateGL();
+        ASSERT_FALSE(image.isNull());
+        const QRgb red = qRgb(255, 0, 0), green = qRgb(0, 255, 0);
+        const struct {
+            int i, j;
+            QRgb colour;
+        } expected[] = {{20, 10, red},  {39, 29, red},   {19, 10, green}, {40, 29, green},
+                        {20, 9, green}, {39, 30, green}, {0, 0, green},   {0, inset.height - 1, green}};
+        for (const auto& e : expected)
+            EXPECT_EQ(image.pixel(inset.origin.x() + e.i, inset.origin.y() + inset.height - 1 - e.j), e.colour)
+                << "view pixel " << e.i << ", " << e.j;
+        EXPECT_EQ(image.pixel(199, 0), qRgb(38, 38, 38)) << "outside every view: the clear colour";
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Rows, Pixels,
-                         testing::Values(Inset{"AtTheOrigin", QRectF(0, 0, 150, 100), {0, 0}, 100},
-                                         Inset{"InsetBelowTheTop", QRectF(100, 10, 90, 50), {100, 10}, 50}),
-                         [](const testing::TestParamInfo<Inset>& i) { return std::string(i.param.name); });
 
 } // namespace

@@ -44,18 +44,4 @@ TEST(Entry, EqualIdentityWithObjectUpdatesInPlaceAndReplacesChildren)
     EXPECT_EQ(action.objectName(), "display") << "a nameless object is named after its entry";
 }
 
-TEST(Entry, RemoveByObjectTakesOnlyTheFirstDepthFirstMatch)
-{
-    QAction shared(nullptr);
-    Entry root("root", static_cast<QObject*>(nullptr));
-    Entry a("a", QString("A"), 0);
-    a.Insert(Entry("inner", &shared));
-    root.Insert(a);
-    root.Insert(Entry("outer", &shared, 1));
-
-    EXPECT_TRUE(root.Remove(&shared));
-    EXPECT_TRUE(root.children.first().children.isEmpty());
-    EXPECT_EQ(root.children.last().object, &shared);
-}
-
 } // namespace

@@ -1,4 +1,5 @@
 #include "Qt/menutree.h"
+#include "tests/menutree/menutext.h"
 
 #include <QAction>
 #include <QMenu>
@@ -9,22 +10,6 @@
 #include <memory>
 
 namespace {
-
-// A built menu as text: "-" for a separator, an action's object name, and a
-// sub-menu as name{...}.
-QString describe(const QWidget* menu)
-{
-    QStringList parts;
-    for (QAction* a : menu->actions()) {
-        if (a->isSeparator())
-            parts << "-";
-        else if (a->menu())
-            parts << a->menu()->objectName() + "{" + describe(a->menu()) + "}";
-        else
-            parts << a->objectName();
-    }
-    return parts.join(' ');
-}
 
 TEST(MenuTree, SplitsThePathAndConnectsTheObject)
 {
@@ -89,85 +74,63 @@ TEST(MenuTree, RemovesByPathAndOnDestruction)
     EXPECT_NE(tree.Find("display"), nullptr);
 }
 
-// The tree used by the building tests: separators around actions, a tear-off
-// sub-menu, a sub-menu without objects and one without children.
-struct Built {
+// Separators around actions, a tear-off sub-menu, a sub-menu whose only object dies,
+// one without objects and one without children: "autoremove" leaves out a sub-menu
+// with no object below it, with the separator after it but not the one before.
+TEST(MenuTree, BuildsItsLayoutAndRebuildsOnlyAfterAChange)
+{
+    MenuTree tree;
+    QMenu fresh;
+    EXPECT_EQ(tree.Build(&fresh), 0) << "nothing to build, nothing built";
+
     QAction applytool, updateoffsets, markers;
     QObject plain;
     QMenu tools;
-    MenuTree tree;
-
-    Built()
-    {
-        tools.setObjectName("tools");
-        tree.Insert("applytool", &applytool, 3, SeparatorBefore);
-        tree.Insert("updateoffsets", &updateoffsets, 6, SeparatorBefore | SeparatorAfter);
-        tree.Insert("tools", &tools, 7);
-        tree.Insert("display", "Display", 10, TearOff | AddPopup);
-        tree.Insert("display.enable_markers", &markers);
-        tree.Insert("display.plain", &plain, 1);
-        tree.Insert("empty", "Empty", 11, SeparatorBefore | SeparatorAfter);
-        tree.Insert("empty.child", "Child");
-        tree.Insert("lone", "Lone", 12);
-    }
-};
-
-// A sub-menu left out by "autoremove" (no object below it) keeps its separator
-// before but not the one after.
-TEST(MenuTree, LaysOutActionsSeparatorsAndSubMenus)
-{
-    Built b;
+    tools.setObjectName("tools");
+    auto gone = std::make_unique<QAction>();
+    tree.Insert("applytool", &applytool, 3, SeparatorBefore);
+    tree.Insert("updateoffsets", &updateoffsets, 6, SeparatorBefore | SeparatorAfter);
+    tree.Insert("tools", &tools, 7);
+    tree.Insert("display", "Display", 10, TearOff | AddPopup);
+    tree.Insert("display.enable_markers", &markers);
+    tree.Insert("display.plain", &plain, 1);
+    tree.Insert("empty", "Empty", 11, SeparatorBefore | SeparatorAfter);
+    tree.Insert("empty.child", "Child");
+    tree.Insert("lone", "Lone", 12);
+    tree.Insert("lone.gone", gone.get());
+    const std::string shown = "| applytool | updateoffsets | tools{} display{enable_markers} |";
     QMenu menu;
-    EXPECT_EQ(b.tree.Build(&menu), 4);
-    EXPECT_EQ(describe(&menu), "- applytool - updateoffsets - tools{} display{enable_markers} -");
-    QMenu* display = menu.findChild<QMenu*>("display", Qt::FindDirectChildrenOnly);
+    EXPECT_EQ(tree.Build(&menu), 5);
+    EXPECT_EQ(menuText(&menu), shown + " lone{gone}");
+    const QPointer<QAction> separator = menu.actions().first();
+    const QPointer<QMenu> display = menu.findChild<QMenu*>("display", Qt::FindDirectChildrenOnly);
     ASSERT_NE(display, nullptr);
     EXPECT_EQ(display->title(), "Display");
     EXPECT_EQ(display->windowTitle(), "Display");
     EXPECT_TRUE(display->isTearOffEnabled());
     EXPECT_TRUE(display->property("addpopup").toBool());
 
-    QMenuBar bar;
-    EXPECT_EQ(b.tree.Build(&bar), 4);
-    EXPECT_EQ(describe(&bar), describe(&menu));
-    EXPECT_EQ(b.tree.Build(&bar), 1);
-
-    b.tree.setProperty("autoremove", false);
-    QMenu all;
-    EXPECT_EQ(b.tree.Build(&all), 4);
-    EXPECT_EQ(describe(&all), "- applytool - updateoffsets - tools{} display{enable_markers} - empty{child{}} - lone{}");
-}
-
-TEST(MenuTree, RebuildsOnlyAfterAChangeOrWhenTheMenuWasEmptied)
-{
-    MenuTree empty;
-    QMenu fresh;
-    EXPECT_EQ(empty.Build(&fresh), 0) << "nothing to build, nothing built";
-
-    Built b;
-    auto gone = std::make_unique<QAction>(nullptr);
-    b.tree.Insert("lone.gone", gone.get());
-    QMenu menu;
-    EXPECT_EQ(b.tree.Build(&menu), 5);
-    EXPECT_EQ(describe(&menu), "- applytool - updateoffsets - tools{} display{enable_markers} - lone{gone}");
-    const QPointer<QAction> separator = menu.actions().first();
-    const QPointer<QMenu> display = menu.findChild<QMenu*>("display");
-
-    EXPECT_EQ(b.tree.Build(&menu), 1);
+    EXPECT_EQ(tree.Build(&menu), 1);
     EXPECT_TRUE(separator && display) << "an unchanged tree leaves the menu alone";
-
     gone.reset();
-    EXPECT_EQ(b.tree.Build(&menu), 4);
+    EXPECT_EQ(tree.Build(&menu), 4);
     EXPECT_TRUE(separator.isNull() && display.isNull()) << "the old separators and sub-menus are deleted";
-    EXPECT_EQ(describe(&menu), "- applytool - updateoffsets - tools{} display{enable_markers} -")
-        << "a sub-menu whose last object died is left out";
+    EXPECT_EQ(menuText(&menu), shown);
+
+    QMenuBar bar;
+    EXPECT_EQ(tree.Build(&bar), 4);
+    EXPECT_EQ(menuText(&bar), shown);
+    EXPECT_EQ(tree.Build(&bar), 1);
+    tree.setProperty("autoremove", false);
+    QMenu all;
+    EXPECT_EQ(tree.Build(&all), 4);
+    EXPECT_EQ(menuText(&all), shown + " empty{child{}} | lone{}");
 
     menu.clear();
     qDeleteAll(menu.findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
-    EXPECT_EQ(b.tree.Build(&menu), 4) << "an emptied menu is filled again";
-
-    b.tree.Clear();
-    EXPECT_EQ(b.tree.Build(&menu), 0);
+    EXPECT_EQ(tree.Build(&menu), 4) << "an emptied menu is filled again";
+    tree.Clear();
+    EXPECT_EQ(tree.Build(&menu), 0);
     EXPECT_TRUE(menu.actions().isEmpty()) << "a menu with entries of an emptied tree is cleared";
 }
 

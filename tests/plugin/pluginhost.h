@@ -5,6 +5,7 @@
 #include "GL/glwindow.h"
 #include "Qt/menutree.h"
 #include "tav/tavframes.h"
+#include "tests/menutree/menutext.h"
 #include "tests/support/patience.h"
 #include "utils/framesinfo.h"
 
@@ -122,16 +123,13 @@ public:
             call("Range2D", Q_ARG(QRectF*, &fit), Q_ARG(int, mode));
         call("Selected", Q_ARG(QRectF, QRectF(2, 0, 5, 0)));
     }
-    // The context menu the window builds for the view, as entry names.
-    QString menu()
+    // The context menu the window builds for the view.
+    std::string menu()
     {
         QMenu menu;
         if (view)
             window->FillContextMenu(&menu, view, graph);
-        QStringList names;
-        for (const QAction* a : menu.actions())
-            names << (a->isSeparator() ? "|" : a->menu() ? a->menu()->title() : a->objectName());
-        return names.join(' ');
+        return menuText(&menu);
     }
 
     std::unique_ptr<GLWindow> window = std::make_unique<GLWindow>();
