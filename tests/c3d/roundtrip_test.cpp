@@ -5,6 +5,7 @@
 
 #include <QProcess>
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 
@@ -79,12 +80,8 @@ TEST_F(RoundTrip, TakeBeyondWhatTheStoreHoldsIsRefused)
 TEST_F(RoundTrip, NamesKindsAndScalarsOfPoints)
 {
     C3D::WriterSetup s = testSetup(300, 1);
-    s.labels[0] = "  RKNE ";
-    s.labels[1] = "RKNE";
-    s.labels[2] = "KneeAngle";
-    s.labels[3] = "";
-    s.labels[4] = "Grf";
-    s.labels[5] = "RKNE";
+    const char* const labels[] = {"  RKNE ", "RKNE", "KneeAngle", "", "Grf", "RKNE"};
+    std::copy(std::begin(labels), std::end(labels), s.labels.begin());
     s.pointStrings = {{"ANGLES", {"KneeAngle"}}, {"ANGLE_UNITS", {"deg"}}, {"FORCES", {"Grf"}}};
     ASSERT_TRUE(writeTestTake(path, s, [](int64_t, float* v) { std::fill(v, v + 1200, 1.0f); }));
 
