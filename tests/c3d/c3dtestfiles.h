@@ -1,6 +1,11 @@
 #pragma once
-// Small C3D files written for the tests.
+// Small C3D files written for the tests, in a temporary folder of their own.
+#include "host/c3d/c3dtake.h"
 #include "host/c3d/c3dwriter.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <vector>
@@ -31,3 +36,23 @@ inline bool writeTestTake(const QString& path, const C3D::WriterSetup& setup,
     }
     return w.close(nullptr);
 }
+
+inline QByteArray bytesOf(const QString& path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+class TakeFiles : public testing::Test {
+protected:
+    QTemporaryDir dir;
+    QString path = dir.filePath("take.c3d");
+
+    TAV::Frames load(const QString& file)
+    {
+        TAV::Frames take;
+        QString error;
+        EXPECT_TRUE(C3D::loadTake(file, take, &error)) << error.toStdString();
+        return take;
+    }
+};

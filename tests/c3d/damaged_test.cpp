@@ -1,11 +1,6 @@
 // Files the reader cannot use end in one message naming the file and the problem,
 // never in a crash or a hang; fields some writers leave at 0 are filled in.
 #include "c3dtestfiles.h"
-#include "host/c3d/c3dtake.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 #include <functional>
 
@@ -24,18 +19,16 @@ void setWord(QByteArray& b, int at, int value)
     b[at + 1] = char(value >> 8 & 0xFF);
 }
 
-TEST(DamagedFiles, EndInOneClearMessageOrAreRepaired)
+using DamagedFiles = TakeFiles;
+
+TEST_F(DamagedFiles, EndInOneClearMessageOrAreRepaired)
 {
-    QTemporaryDir dir;
-    const QString path = dir.filePath("bad.c3d");
     ASSERT_TRUE(writeTestTake(path, testSetup(2, 10), [](int64_t n, float* v) {
         for (int k = 0; k < 8; ++k)
             v[k] = k % 4 == 3 ? C3D::fourthWord(1, 3) : float(n * k);
     }));
+    const QByteArray good = bytesOf(path);
     QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray good = file.readAll();
-    file.close();
 
     const struct {
         const char* name;
@@ -73,7 +66,7 @@ TEST(DamagedFiles, EndInOneClearMessageOrAreRepaired)
         EXPECT_EQ(take.isEmpty(), !loaded);
         if (row.problem) {
             EXPECT_FALSE(loaded);
-            EXPECT_TRUE(error.startsWith("bad.c3d: ") && error.contains(row.problem)) << error.toStdString();
+            EXPECT_TRUE(error.startsWith("take.c3d: ") && error.contains(row.problem)) << error.toStdString();
             continue;
         }
         ASSERT_TRUE(loaded) << error.toStdString();

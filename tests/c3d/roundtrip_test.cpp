@@ -2,30 +2,16 @@
 // changes shape: frame counts past 16 bits, label lists past one parameter.
 #include "c3dtestfiles.h"
 #include "host/c3d/c3dfile.h"
-#include "host/c3d/c3dtake.h"
 
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 
 namespace {
 
-class RoundTrip : public testing::Test {
-protected:
-    QTemporaryDir dir;
-    QString path = dir.filePath("take.c3d");
-    TAV::Frames load()
-    {
-        TAV::Frames take;
-        QString error;
-        EXPECT_TRUE(C3D::loadTake(path, take, &error)) << error.toStdString();
-        return take;
-    }
-};
+using RoundTrip = TakeFiles;
 
 // More frames than the header's 16 bits hold, and over a million samples, which load
 // in two halves at once: every sample lands in its frame, graded by the residuals of
@@ -54,7 +40,7 @@ TEST_F(RoundTrip, ALargeTakeReadsBackSampleForSample)
                 rule.count(steps(n, k));
     rule.settle();
 
-    const TAV::Frames take = load();
+    const TAV::Frames take = load(path);
     ASSERT_EQ(take.size(), frames);
     EXPECT_EQ(take.property<qint64>("firstFrame"), 100000);
     int wrong = 0;
@@ -94,16 +80,12 @@ TEST_F(RoundTrip, TakeBeyondWhatTheStoreHoldsIsRefused)
 TEST_F(RoundTrip, NamesKindsAndScalarsOfPoints)
 {
     C3D::WriterSetup s = testSetup(300, 1);
-    s.labels[0] = "  RKNE ";
-    s.labels[1] = "RKNE";
-    s.labels[2] = "KneeAngle";
-    s.labels[3] = "";
-    s.labels[4] = "Grf";
-    s.labels[5] = "RKNE";
+    const char* const labels[] = {"  RKNE ", "RKNE", "KneeAngle", "", "Grf", "RKNE"};
+    std::copy(std::begin(labels), std::end(labels), s.labels.begin());
     s.pointStrings = {{"ANGLES", {"KneeAngle"}}, {"ANGLE_UNITS", {"deg"}}, {"FORCES", {"Grf"}}};
     ASSERT_TRUE(writeTestTake(path, s, [](int64_t, float* v) { std::fill(v, v + 1200, 1.0f); }));
 
-    const TAV::Frames take = load();
+    const TAV::Frames take = load(path);
     ASSERT_EQ(take.markerInfo.size(), 300u);
     const std::pair<std::string, std::string> expected[] = {
         {"RKNE", "kind=marker;units=mm"}, {"RKNE#2", "kind=marker;units=mm"}, {"KneeAngle", "kind=angle;units=deg"},
@@ -149,7 +131,7 @@ TEST_F(RoundTrip, WriterRefusesWhatItCannotWrite)
     const float values[8] = {};
     EXPECT_FALSE(w.writeFrame(values));
     ASSERT_TRUE(w.close(nullptr));
-    const TAV::Frames take = load();
+    const TAV::Frames take = load(path);
     EXPECT_EQ(take.size(), 0);
     EXPECT_EQ(take.markerInfo.size(), 2u);
 }
@@ -165,7 +147,7 @@ TEST_F(RoundTrip, GeneratorWritesATakeTheReaderLoads)
         return std::make_pair(p.exitCode(), QString::fromUtf8(p.readAllStandardError()));
     };
     ASSERT_EQ(c3dgen({path, "--markers", "3", "--frames", "40", "--rate", "250"}).first, 0);
-    const TAV::Frames take = load();
+    const TAV::Frames take = load(path);
     EXPECT_EQ(take.size(), 40);
     EXPECT_EQ(take.markerInfo.size(), 3u);
     EXPECT_EQ(take.property<double>("frequency"), 250.0);

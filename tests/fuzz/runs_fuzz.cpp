@@ -1,10 +1,9 @@
-// Random operation sequences on run lists and on the frame store, each checked
-// after every step against a small model written from the rules the graph relies
-// on: the last element of a type track joins the last run; Apply fills new
-// elements with the missing type and marks a changed missing bit only when the
-// vector was one short; Remove, Extend and Merge as the navigation uses them.
-// The order in which inputs are consumed is what the kept corpus was found with.
-#include "tav/tavframes.h"
+// Random operation sequences on run lists, each checked after every step against
+// a small model written from the rules the graph relies on: the last element of a
+// type track joins the last run; Apply fills new elements with the missing type and
+// marks a changed missing bit only when the vector was one short; Remove, Extend
+// and Merge as the navigation uses them. The order in which inputs are consumed is
+// what the kept corpus was found with.
 #include "utils/regions.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
@@ -154,82 +153,6 @@ void runLists(FuzzedDataProvider& in)
     }
 }
 
-// Frames hold markers sorted by id, as the store's look-up requires.
-TAV::Frame randomFrame(FuzzedDataProvider& in)
-{
-    TAV::Frame f;
-    f.time = in.ConsumeIntegralInRange<int64_t>(-2, 20);
-    for (uint32_t id = 0; id < 6; ++id)
-        if (in.ConsumeBool())
-            f.markers.push_back({id, 0, f.time, float(in.ConsumeIntegral<int8_t>()), 0, 0, 1});
-    return f;
-}
-
-bool sameMarkers(const TAV::Markers& a, const TAV::Markers& b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const TAV::Marker& p, const TAV::Marker& q) {
-        return p.id == q.id && p.time == q.time && p.x == q.x;
-    });
-}
-
-void frameStore(FuzzedDataProvider& in)
-{
-    TAV::Frames code;
-    std::vector<TAV::Frame> model;
-    const int n = in.ConsumeIntegralInRange(0, 12);
-    for (int i = 0; i < n; ++i) {
-        model.push_back(randomFrame(in));
-        code.push_back(model.back());
-    }
-    while (in.remaining_bytes() > 0) {
-        switch (in.ConsumeIntegralInRange(0, 3)) {
-        case 0: {
-            const TAV::Frame f = randomFrame(in);
-            const int at = in.ConsumeIntegralInRange(-2, n + 1);
-            const bool inRange = at >= 0 && at < n;
-            check(code.SetFrame(f, at) == inRange, "SetFrame's result");
-            if (inRange)
-                model[size_t(at)] = f;
-            break;
-        }
-        case 1: {
-            TAV::Frame got;
-            const int at = in.ConsumeIntegralInRange(0, n + 1);
-            check(code.GetFrame(got, at) == (at < n), "GetFrame's result");
-            if (at < n)
-                check(sameMarkers(got.markers, model[size_t(at)].markers), "GetFrame's frame");
-            break;
-        }
-        case 2: {
-            // A track's samples carry their frame index in time.
-            TAV::Frame track;
-            const int count = in.ConsumeIntegralInRange(0, 8);
-            for (int k = 0; k < count; ++k) {
-                const TAV::Marker m{in.ConsumeIntegralInRange<uint32_t>(0, 7), 0,
-                                    in.ConsumeIntegralInRange<int64_t>(-2, n + 1), float(in.ConsumeIntegral<int8_t>()),
-                                    0, 0, 1};
-                track.markers.push_back(m);
-                if (m.time >= 0 && m.time < n)
-                    for (TAV::Marker& s : model[size_t(m.time)].markers)
-                        if (s.id == m.id)
-                            s = m;
-            }
-            check(code.SetData(track, TAV::MaskMarkers), "SetData's result");
-            break;
-        }
-        case 3: {
-            const QList<qint64> times = code.GetTime();
-            check(times.size() == n, "GetTime's length");
-            for (int i = 0; i < n; ++i)
-                check(times[i] == model[size_t(i)].time, "GetTime");
-            break;
-        }
-        }
-        for (int i = 0; i < n; ++i)
-            check(sameMarkers(code[i].markers, model[size_t(i)].markers), "frames");
-    }
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
@@ -241,9 +164,6 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     FuzzedDataProvider in(data, size);
-    if (in.ConsumeBool())
-        runLists(in);
-    else
-        frameStore(in);
+    runLists(in);
     return 0;
 }

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <iterator>
 #include <limits>
 
 namespace {
@@ -13,17 +13,14 @@ constexpr int64_t lo = std::numeric_limits<int64_t>::min(), hi = std::numeric_li
 TEST(FramesInfo, EveryFieldTakesPartInEquality)
 {
     const FramesInfo base(0, 100, 10, 20, 15, 50);
-    const std::function<void(FramesInfo&)> changes[] = {
-        [](FramesInfo& i) { i.start = 1; },  [](FramesInfo& i) { i.finish = 99; }, [](FramesInfo& i) { i.head = 11; },
-        [](FramesInfo& i) { i.tail = 21; },  [](FramesInfo& i) { i.current = 16; }, [](FramesInfo& i) { i.freq = 60; },
-        [](FramesInfo& i) { i.loop = true; }};
+    FramesInfo looping = base;
+    looping.loop = true;
+    const FramesInfo changed[] = {FramesInfo(1, 100, 10, 20, 15, 50), FramesInfo(0, 99, 10, 20, 15, 50),
+                                  FramesInfo(0, 100, 11, 20, 15, 50), FramesInfo(0, 100, 10, 21, 15, 50),
+                                  FramesInfo(0, 100, 10, 20, 16, 50), FramesInfo(0, 100, 10, 20, 15, 60), looping};
     EXPECT_TRUE(base == FramesInfo(0, 100, 10, 20, 15, 50));
-    for (size_t k = 0; k < std::size(changes); ++k) {
-        FramesInfo changed = base;
-        changes[k](changed);
-        EXPECT_FALSE(base == changed) << "field " << k;
-        EXPECT_TRUE(base != changed) << "field " << k;
-    }
+    for (size_t k = 0; k < std::size(changed); ++k)
+        EXPECT_FALSE(base == changed[k]) << "field " << k;
 }
 
 // The cursor moves inside the selected range (the whole range without one),
