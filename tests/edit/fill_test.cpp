@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-
 namespace {
 
 struct FillRow {
@@ -17,8 +16,6 @@ struct FillRow {
     int gap;
     double trueBound; // mm, RMS
 };
-
-void PrintTo(const FillRow& row, std::ostream* os) { *os << row.name; }
 
 class FillAccuracy : public testing::TestWithParam<FillRow> {};
 

@@ -8,37 +8,29 @@
 
 namespace {
 
-// The cond of marker id's sample in frame f of the graph's tracks.
-float shownCond(const GraphPanel* panel, int id, int f)
-{
-    for (const TAV::Frame& t : panel->tracks())
-        if (int(t.id) == id)
-            return t.markers.at(f).cond;
-    return -1;
-}
-
 // Delete empties the selection, Ctrl+Z brings it back, "Original Tracks" shows the
 // unedited samples while on, and the tool fills by the method checked in the Fill
 // Method menu: one check mark, the fixed method's or "best".
 TEST_F(Viewer, DeleteUndoOriginalTracksAndFillThroughTheViewsActions)
 {
     show();
+    // The cond of frame f's sample of marker 1, the one track shown.
+    const auto shownCond = [&](int f) { return panel->tracks().at(0).markers.at(f).cond; };
     panel->SelectFrames(200, 209);
-    const float before = shownCond(panel, 1, 205);
+    const float before = shownCond(205);
     ASSERT_GT(before, 0.0f) << "the built-in take's marker 1 is valid there";
     QTest::keyClick(gl, Qt::Key_Delete);
-    EXPECT_EQ(shownCond(panel, 1, 205), 0.0f);
-    EXPECT_GT(shownCond(panel, 1, 199), 0.0f) << "only the selection";
+    EXPECT_EQ(shownCond(205), 0.0f);
+    EXPECT_GT(shownCond(199), 0.0f) << "only the selection";
 
     viewAction("enable_original")->trigger();
-    EXPECT_EQ(shownCond(panel, 1, 205), before);
+    EXPECT_EQ(shownCond(205), before);
     viewAction("enable_original")->trigger();
-    EXPECT_EQ(shownCond(panel, 1, 205), 0.0f);
 
     QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(shownCond(panel, 1, 205), before);
+    EXPECT_EQ(shownCond(205), before);
     QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(shownCond(panel, 1, 205), 0.0f);
+    EXPECT_EQ(shownCond(205), 0.0f);
 
     Editing* editing = window->editing();
     const auto checked = [&] {
@@ -58,7 +50,7 @@ TEST_F(Viewer, DeleteUndoOriginalTracksAndFillThroughTheViewsActions)
     editing->SetBestMethod(false);
     EXPECT_EQ(checked(), QStringList{"fill_spline"});
     viewAction("applytool")->trigger();
-    EXPECT_EQ(shownCond(panel, 1, 205), C3D::FilledCondition);
+    EXPECT_EQ(shownCond(205), C3D::FilledCondition);
 }
 
 // Saving over the file the take came from makes the saved edits what Revert

@@ -1,6 +1,4 @@
 // Moving about the take in the main window: keys, mouse and playback.
-#include "host/tavview/axisstrip.h"
-#include "host/tavview/grapharea.h"
 #include "host/tavview/playback.h"
 #include "tests/tavview/viewer.h"
 
@@ -29,7 +27,6 @@ TEST_F(Viewer, KeysMoveTheCursorAndZoomWithTheViewFollowing)
         {"Page Down moves a view's width on", Qt::Key_PageDown, Qt::NoModifier, 120, 155, 165, 1.0, -1, -1},
         {"Page Up moves a view's width back", Qt::Key_PageUp, Qt::NoModifier, 120, 75, 85, 1.0, -1, -1},
         {"plus zooms in", Qt::Key_Plus, Qt::NoModifier, 120, 120, 120, 1.25, -1, -1},
-        {"equals is plus unshifted", Qt::Key_Equal, Qt::NoModifier, 120, 120, 120, 1.25, -1, -1},
         {"minus zooms out", Qt::Key_Minus, Qt::NoModifier, 120, 120, 120, 0.8, -1, -1},
         {"next area from a good stretch", Qt::Key_Period, Qt::ControlModifier, 250, 400, 400, 1.0, 398, 407},
         {"next area from before the first", Qt::Key_Period, Qt::ControlModifier, 50, 100, 100, 1.0, 98, 141},
@@ -44,7 +41,6 @@ TEST_F(Viewer, KeysMoveTheCursorAndZoomWithTheViewFollowing)
         QTest::keyClick(gl, row.key, row.mods);
         EXPECT_GE(panel->current(), row.landsFrom);
         EXPECT_LE(panel->current(), row.landsTo);
-        EXPECT_EQ(cursorFrame(), QStringLiteral("Frame %1").arg(panel->current() + 1));
         EXPECT_FLOAT_EQ(view->viewport.scale.x, float(scale * row.zoom));
         EXPECT_TRUE(inView(panel->current()));
         if (row.selectFirst >= 0) {
@@ -57,16 +53,25 @@ TEST_F(Viewer, KeysMoveTheCursorAndZoomWithTheViewFollowing)
     EXPECT_EQ(window->statusBar()->currentMessage(), QStringLiteral("Region 399 to 408 (10 frames)"));
 }
 
-// A left click seeks; a middle drag pans with the scale kept; the wheel zooms
-// time about the mouse, with Ctrl the values too.
-TEST_F(Viewer, MouseSeeksPansAndZooms)
+// A shift drag selects frames, kept as the cursor moves; a left click seeks; a
+// middle drag pans with the scale kept; the wheel zooms time about the mouse,
+// with Ctrl the values too.
+TEST_F(Viewer, MouseSelectsSeeksPansAndZooms)
 {
     show();
+    QSignalSpy selection(panel, &GraphPanel::SelectionChanged);
+    const QPoint from = pixelAt(200.3), to = pixelAt(260.6);
+    QTest::mousePress(gl, Qt::LeftButton, Qt::ShiftModifier, from);
+    QTest::mouseRelease(gl, Qt::LeftButton, Qt::ShiftModifier, to);
+    ASSERT_EQ(selection.count(), 1);
+    const QList<QVariant> dragged{qint64(xAt(from) + 0.5), qint64(xAt(to) + 0.5)};
+    EXPECT_EQ(selection.last(), dragged);
+
     const QPoint at = pixelAt(123.2);
     const qint64 clicked = qint64(std::floor(xAt(at) + 0.5));
     QTest::mouseClick(gl, Qt::LeftButton, Qt::NoModifier, at);
     EXPECT_EQ(panel->current(), clicked);
-    EXPECT_EQ(cursorFrame(), QStringLiteral("Frame %1").arg(clicked + 1));
+    EXPECT_EQ(panel->selectionFirst(), dragged.at(0).toLongLong());
 
     const Vector scale = view->viewport.scale;
     const QPoint a = pixelAt(300), b = a + QPoint(-60, 25);
@@ -89,40 +94,6 @@ TEST_F(Viewer, MouseSeeksPansAndZooms)
     EXPECT_FLOAT_EQ(view->viewport.scale.y, scale.y * 1.25f);
 }
 
-// The selection is kept as the cursor moves, and drawn as a band over the graph
-// and the time axis only while it is less than the whole take.
-TEST_F(Viewer, ShiftDragSelectsFramesShownAsABand)
-{
-    show();
-    QSignalSpy selection(panel, &GraphPanel::SelectionChanged);
-    const QPoint a = pixelAt(200.3), b = pixelAt(260.6);
-    QTest::mousePress(gl, Qt::LeftButton, Qt::ShiftModifier, a);
-    QTest::mouseRelease(gl, Qt::LeftButton, Qt::ShiftModifier, b);
-    ASSERT_EQ(selection.count(), 1);
-    const qint64 first = qint64(xAt(a) + 0.5), last = qint64(xAt(b) + 0.5);
-    EXPECT_EQ(selection.last().at(0).toLongLong(), first);
-    EXPECT_EQ(selection.last().at(1).toLongLong(), last);
-    panel->SeekFrame(10);
-    EXPECT_EQ(panel->selectionFirst(), first);
-    EXPECT_EQ(panel->selectionLast(), last);
-
-    // A column inside the band differs from one outside in the same good run.
-    QWidget* axis = window->graphArea()->timeAxis();
-    const int in = pixelAt(230).x(), out = pixelAt(290).x();
-    const auto banded = [&] {
-        const QImage graphPixels = picture(), axisPixels = axis->grab().toImage();
-        const int y = axis->height() - 2;
-        const bool onGraph = graphPixels.pixel(in, 2) != graphPixels.pixel(out, 2);
-        EXPECT_EQ(axisPixels.pixel(in, y) != axisPixels.pixel(out, y), onGraph) << "graph and axis agree";
-        return onGraph;
-    };
-    EXPECT_TRUE(banded());
-    panel->SelectFrames(0, panel->take().frameCount() - 1);
-    EXPECT_FALSE(banded()) << "the whole take";
-    panel->SelectFrames(0, 250);
-    EXPECT_TRUE(banded()) << "from the first frame";
-}
-
 // F fits the selection, Home every frame at the data's height.
 TEST_F(Viewer, FitAndPlayKeys)
 {
@@ -130,10 +101,9 @@ TEST_F(Viewer, FitAndPlayKeys)
     const int w = int(view->width()), h = int(view->height());
     panel->SelectFrames(100, 139);
     QTest::keyClick(gl, Qt::Key_F);
-    EXPECT_LT(view->viewport.Left(w), 100);
-    EXPECT_GT(view->viewport.Left(w), 95);
-    EXPECT_GT(view->viewport.Right(w), 139);
-    EXPECT_LT(view->viewport.Right(w), 144);
+    // A little room on each side.
+    EXPECT_NEAR(view->viewport.Left(w), 97.5, 2.5);
+    EXPECT_NEAR(view->viewport.Right(w), 141.5, 2.5);
     QTest::keyClick(gl, Qt::Key_Home);
     EXPECT_LT(view->viewport.Left(w), 0);
     EXPECT_GT(view->viewport.Right(w), 600);
@@ -143,10 +113,8 @@ TEST_F(Viewer, FitAndPlayKeys)
             for (float v : {m.x, m.y, m.z})
                 lo = std::min(lo, v), hi = std::max(hi, v);
     const float margin = 0.1f * (hi - lo);
-    EXPECT_LT(view->viewport.Bottom(h), lo);
-    EXPECT_GT(view->viewport.Bottom(h), lo - margin);
-    EXPECT_GT(view->viewport.Top(h), hi);
-    EXPECT_LT(view->viewport.Top(h), hi + margin);
+    EXPECT_NEAR(view->viewport.Bottom(h), lo - margin / 2, margin / 2);
+    EXPECT_NEAR(view->viewport.Top(h), hi + margin / 2, margin / 2);
 
     // Space plays with the view following, and stops.
     zoomTo(0, 10);

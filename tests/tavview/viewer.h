@@ -79,8 +79,6 @@ protected:
         const int w = int(view->width());
         return view->viewport.Left(w) <= x && x <= view->viewport.Right(w);
     }
-    // "Frame N" from the status bar's cursor text.
-    QString cursorFrame() const { return window->cursorLabel()->text().section(QLatin1Char(' '), 0, 1); }
 
     // The GL window's widget pixel (y down) that shows graph x at mid height.
     QPoint pixelAt(double x) const

@@ -29,12 +29,10 @@ TEST(Timecode, HoursMinutesSecondsAndFramesOfTheSecond)
         double rate;
         const char* text;
     } rows[] = {
-        {"zero", 0, 25, "00:00:00:00"},
         {"last frame of a second", 24, 25, "00:00:00:24"},
         {"whole second", 25, 25, "00:00:01:00"},
         {"hours minutes seconds", 3661 * 30 + 5, 30, "01:01:01:05"},
         {"three digit frames", 119, 120, "00:00:00:119"},
-        {"three digit second", 120, 120, "00:00:01:000"},
         {"negative", -26, 25, "-00:00:01:01"},
         {"fractional rate rounds", 30, 29.97, "00:00:01:00"},
         {"most negative frame", std::numeric_limits<qint64>::min(), 25, "-102481911520608:37:12:08"},
@@ -65,8 +63,6 @@ TEST(TimeTicks, PlacesAndLabels)
         {"timecode whole seconds", 0, 100, 4, {0, 25, TimeLabels::Timecode}, 5, 0, "00:00:00:00", "00:00:04:00"},
         {"timecode frames of a second", 0, 60, 10, {10, 30, TimeLabels::Timecode}, 7, 0, "00:00:00:10", "00:00:02:10"},
         {"timecode without a rate is frames", 0, 100, 10, {1, 0, TimeLabels::Timecode}, 10, 9, "10", "100"},
-        {"timecode at two gigahertz", 0, 100, 10, {0, 2e9, TimeLabels::Timecode}, 11, 0, "00:00:00:000000000",
-         "00:00:00:000000100"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);

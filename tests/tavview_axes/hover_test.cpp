@@ -81,6 +81,7 @@ TEST(Pick, FindsTheDrawnSampleWithinTheDistance)
         ASSERT_EQ(hit.found, row.found);
         if (row.found) {
             EXPECT_EQ(hit.id, trackId);
+            EXPECT_EQ(hit.rigid, row.setup == rigidTrack);
             EXPECT_EQ(hit.index, 5);
             EXPECT_EQ(hit.axis, row.axis);
             EXPECT_FLOAT_EQ(hit.value, row.value);
@@ -88,16 +89,9 @@ TEST(Pick, FindsTheDrawnSampleWithinTheDistance)
     }
 }
 
-TEST(Pick, NamesRigidBodiesAsSuch)
+TEST(HoverText, NamesTheTrackItsValueAndTheFrame)
 {
-    TAV::Frames store;
-    TAV::Frame t;
-    t.id = 1;
-    t.rigids.append(TAV::Rigid{1, 0, 0, {5, 0, 0, 0, 0, 0, 1}, 1});
-    store.append(t);
-    const HoverHit hit = pickSample(store, ShownTracks(), PixelMap(), QPointF(0, 5), 1);
-    ASSERT_TRUE(hit.found);
-    EXPECT_TRUE(hit.rigid);
+    const HoverHit hit{true, true, 1, 0, 0, 5};
     EXPECT_EQ(hoverText(hit, QStringLiteral("pelvis"), QStringLiteral("mm"), {100, 50, TimeLabels::Timecode}),
               QStringLiteral("pelvis (rigid body 1)\nx = 5.00 mm\nframe 100, 00:00:02:00"));
     EXPECT_EQ(hoverText(hit, QStringLiteral("pelvis"), QString(), {100, 0, TimeLabels::Frames}),
