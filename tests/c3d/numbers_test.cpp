@@ -39,8 +39,9 @@ TEST(Numbers, FloatsReadAndWriteTheStoredBytes)
             EXPECT_EQ(v, r.value);
         uint8_t bytes[4];
         C3D::writeFloat(bytes, r.value, r.processor);
-        if (r.written)
+        if (r.written) {
             EXPECT_TRUE(std::equal(bytes, bytes + 4, r.bytes));
+        }
     }
     for (Processor p : {Processor::Intel, Processor::Dec, Processor::Mips})
         for (int16_t v : {int16_t(-1), int16_t(0), int16_t(12345), int16_t(-32768)}) {
