@@ -25,8 +25,7 @@ struct Wander {
 
     void next()
     {
-        std::uniform_int_distribution<int> pick(0, 99);
-        const int k = pick(rng);
+        const int k = std::uniform_int_distribution<int>(0, 99)(rng);
         n = k < 3 ? n - 7 : k < 5 ? n + (uint64_t(1) << 26) : n + uint64_t(k % 4);
         std::normal_distribution<float> step(0.f, 0.7f);
         p = Vector(p.x + step(rng), p.y + step(rng), k == 50 ? NAN : p.z + step(rng));
@@ -42,7 +41,6 @@ TEST(PointFilter, LetsThroughWhatTheExactDrawingsFilterDoes)
                 {"Fractional", 2.5f, 0.8f},
                 {"Wide", 37, 1.5f},
                 {"BeyondFloatSteps", 16777217.f, 1},
-                {"BeyondEveryStep", 1e30f, 1},
                 {"NotANumber", NAN, 1},
                 {"Negative", -3, 1},
                 {"Infinite", INFINITY, INFINITY}};
@@ -78,7 +76,6 @@ TEST(PointFilter, TestsCoordinatesAloneOnlyWhereNoStepIsPossible)
     }
     EXPECT_GT(stretches, 100);
     EXPECT_FALSE(PointFilter(4, 1).noStepWithin(0, 4)) << "a step of exactly px";
-    EXPECT_TRUE(PointFilter(NAN, 1).noStepWithin(0, 1u << 30));
 }
 
 // Every block of every level against its samples: the box of the valid ones, their
@@ -101,37 +98,38 @@ TEST(TrackIndex, BoxesEveryValidSampleOfEachBlock)
     for (int level = 0; level < index.levels(); ++level)
         for (int b = 0; b < index.count(level); ++b) {
             SCOPED_TRACE(testing::Message() << "level " << level << " block " << b);
-            const int from = int(b * TrackIndex::span(level)), to = int(std::min<int64_t>(s.size(), from + TrackIndex::span(level)));
+            const int from = int(b * TrackIndex::span(level));
+            const int to = int(std::min<int64_t>(s.size(), from + TrackIndex::span(level)));
             const SampleBlock& block = index.block(level, b);
-            bool any = false, finite = true, ascending = true, oneId = true;
-            float lo[3] = {HUGE_VALF, HUGE_VALF, HUGE_VALF}, hi[3] = {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF};
-            int64_t lastTime = std::numeric_limits<int64_t>::min();
+            SampleBlock want{{HUGE_VALF, HUGE_VALF, HUGE_VALF}, {-HUGE_VALF, -HUGE_VALF, -HUGE_VALF},
+                             std::numeric_limits<int64_t>::max(), std::numeric_limits<int64_t>::min(), 0, true, true, true};
+            int64_t last = 0;
             for (int i = from; i < to; ++i) {
                 const TAV::Marker& m = s[i];
                 if (m.cond <= 0)
                     continue;
-                oneId = oneId && (!any || m.id == block.id);
-                any = true;
-                ascending = ascending && m.time >= lastTime;
-                lastTime = m.time;
-                EXPECT_TRUE(m.time >= block.timeLo && m.time <= block.timeHi) << i;
+                want.id = want.empty() ? m.id : want.id;
+                want.oneId = want.oneId && m.id == want.id;
+                want.ascending = want.ascending && (want.empty() || m.time >= last);
+                last = m.time;
+                want.timeLo = std::min(want.timeLo, m.time);
+                want.timeHi = std::max(want.timeHi, m.time);
                 const Vector v(m);
                 for (int axis = 0; axis < 3; ++axis) {
-                    finite = finite && std::isfinite(v[axis]);
-                    lo[axis] = std::isfinite(v[axis]) ? std::min(lo[axis], v[axis]) : lo[axis];
-                    hi[axis] = std::isfinite(v[axis]) ? std::max(hi[axis], v[axis]) : hi[axis];
+                    want.finite = want.finite && std::isfinite(v[axis]);
+                    want.lo[axis] = std::isfinite(v[axis]) ? std::min(want.lo[axis], v[axis]) : want.lo[axis];
+                    want.hi[axis] = std::isfinite(v[axis]) ? std::max(want.hi[axis], v[axis]) : want.hi[axis];
                 }
             }
-            EXPECT_EQ(block.empty(), !any);
-            for (int axis = 0; axis < 3 && any; ++axis) {
-                EXPECT_EQ(block.lo[axis], lo[axis]) << "axis " << axis;
-                EXPECT_EQ(block.hi[axis], hi[axis]) << "axis " << axis;
-            }
-            EXPECT_EQ(block.finite, finite);
-            EXPECT_EQ(block.ascending, ascending);
-            EXPECT_EQ(block.oneId, oneId);
+            ASSERT_EQ(block.empty(), want.empty());
+            if (want.empty())
+                continue;
+            EXPECT_EQ(std::make_tuple(block.timeLo, block.timeHi, block.id, block.oneId, block.finite, block.ascending),
+                      std::make_tuple(want.timeLo, want.timeHi, want.id, want.oneId, want.finite, want.ascending));
+            for (int axis = 0; axis < 3; ++axis)
+                EXPECT_EQ(std::make_pair(block.lo[axis], block.hi[axis]), std::make_pair(want.lo[axis], want.hi[axis]))
+                    << "axis " << axis;
         }
-    EXPECT_EQ(index.block(2, 0).timeHi, 999);
 }
 
 // With "fastDraw" the data rectangle is read from the tracks' index where it can
@@ -140,21 +138,20 @@ TEST(FastRange, IsTheRectangleTheSamplesGive)
 {
     TAV::Frames take = takes::generated({3, 1, 5000, 4, 2000, 2100});
     // Spikes just outside a selection of frames 1000 to 4000; zeros of both signs
-    // on different axes; a track whose id changes half way, with other offsets.
+    // on different axes in a track whose id changes half way, with another offset;
+    // a track with no number on one axis at all.
     take[0].markers[4010].y = 500;
     take[0].markers[4010].cond = 2;
     take[1].markers[990].z = -500;
     take[1].markers[990].cond = 2;
-    QVector<TAV::Marker> zeros;
-    for (int i = 0; i < 5000; ++i)
+    QVector<TAV::Marker> zeros, noY;
+    for (int i = 0; i < 5000; ++i) {
         zeros.append(i % 2 ? takes::marker(i, -0.f, -7, -7) : takes::marker(i, -7, 0, -7));
-    take << takes::track(9, zeros);
-    for (int i = 2500; i < 5000; ++i)
-        take.last().markers[i].id = 19;
-    QVector<TAV::Marker> noY; // no number on one axis at all
-    for (int i = 0; i < 5000; ++i)
         noY.append(takes::marker(i, 1, NAN, 2));
-    take << takes::track(7, noY);
+    }
+    take << takes::track(9, zeros) << takes::track(7, noY);
+    for (int i = 2500; i < 5000; ++i)
+        take[4].markers[i].id = 19;
     const struct {
         const char* name;
         int mode;
@@ -168,8 +165,8 @@ TEST(FastRange, IsTheRectangleTheSamplesGive)
                 {"Offsets", 1, {0, 2, 9}, {3}, {2.5f, -1, 3}, {}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        QRectF plain, fast;
-        for (bool indexed : {false, true}) {
+        QRectF plain = row.start, fast = row.start;
+        for (QRectF* r : {&plain, &fast}) {
             TAVGraph g;
             FramesInfo info(0, 5000, 300, 4300, 0);
             g.SetFramesInfo(&info);
@@ -182,10 +179,8 @@ TEST(FastRange, IsTheRectangleTheSamplesGive)
                 g.trackOffsets[id] = row.offset;
             g.trackOffsets[19] = Vector(-40, 0, 0);
             g.rbtrackOffsets[3] = row.offset;
-            g.setProperty<bool>("fastDraw", indexed);
-            QRectF r = row.start;
-            g.Range2D(&r, row.mode);
-            (indexed ? fast : plain) = r;
+            g.setProperty<bool>("fastDraw", r == &fast);
+            g.Range2D(r, row.mode);
         }
         const auto edges = [](const QRectF& r) { return std::make_tuple(r.left(), r.top(), r.right(), r.bottom()); };
         EXPECT_EQ(edges(fast), edges(plain));
