@@ -56,28 +56,6 @@ TEST(PointFilter, LetsThroughWhatTheExactDrawingsFilterDoes)
     }
 }
 
-// Where no x of a stretch can make the step, testing the coordinates alone
-// decides as the whole test does.
-TEST(PointFilter, TestsCoordinatesAloneOnlyWhereNoStepIsPossible)
-{
-    PointFilter whole(40, 1), moved(40, 1);
-    Wander w;
-    int stretches = 0;
-    for (int s = 0; s < 400; ++s) {
-        const uint64_t first = w.n + 1;
-        const bool noStep = moved.noStepWithin(first, first + 15);
-        stretches += noStep;
-        for (uint64_t n = first; n <= first + 15; ++n) {
-            w.next();
-            w.n = n;
-            const bool a = whole(n, lanesOf(w.p));
-            ASSERT_EQ(noStep ? moved.moved(n, lanesOf(w.p)) : moved(n, lanesOf(w.p)), a) << "stretch " << s;
-        }
-    }
-    EXPECT_GT(stretches, 100);
-    EXPECT_FALSE(PointFilter(4, 1).noStepWithin(0, 4)) << "a step of exactly px";
-}
-
 // Every block of every level against its samples: the box of the valid ones, their
 // times and ids, whether they are finite and in time order.
 TEST(TrackIndex, BoxesEveryValidSampleOfEachBlock)
