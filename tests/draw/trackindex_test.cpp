@@ -1,7 +1,5 @@
-// The pieces the fast walk rests on: its filter decides as the exact drawing's
-// does, and a track's index holds every valid sample of its blocks.
-#include "GL/gl.h"
-#include "modules/fasttracks.h"
+// A track's index holds every valid sample of its blocks, and the data rectangle
+// read from it is the one the samples give.
 #include "modules/tavgraph.h"
 #include "modules/trackindex.h"
 #include "tests/draw/takes.h"
@@ -11,50 +9,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <random>
 #include <tuple>
 
 namespace {
-
-// Samples whose x mostly grows by a few frames, sometimes jumps far or goes back,
-// whose coordinates wander by about the step in y, now and then not finite.
-struct Wander {
-    std::mt19937 rng{7};
-    uint64_t n = 100;
-    Vector p;
-
-    void next()
-    {
-        const int k = std::uniform_int_distribution<int>(0, 99)(rng);
-        n = k < 3 ? n - 7 : k < 5 ? n + (uint64_t(1) << 26) : n + uint64_t(k % 4);
-        std::normal_distribution<float> step(0.f, 0.7f);
-        p = Vector(p.x + step(rng), p.y + step(rng), k == 50 ? NAN : p.z + step(rng));
-    }
-};
-
-TEST(PointFilter, LetsThroughWhatTheExactDrawingsFilterDoes)
-{
-    const struct {
-        const char* name;
-        float px, py;
-    } rows[] = {{"NoSteps", 0, 0},
-                {"Fractional", 2.5f, 0.8f},
-                {"Wide", 37, 1.5f},
-                {"BeyondFloatSteps", 16777217.f, 1},
-                {"NotANumber", NAN, 1},
-                {"Negative", -3, 1},
-                {"Infinite", INFINITY, INFINITY}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        PointFilter fast(row.px, row.py);
-        GL::PLOD4 exact(row.px, row.py);
-        Wander w;
-        for (int i = 0; i < 5000; ++i) {
-            w.next();
-            ASSERT_EQ(fast(w.n, lanesOf(w.p)), exact(w.n, w.p)) << "sample " << i;
-        }
-    }
-}
 
 // Every block of every level against its samples: the box of the valid ones, their
 // times and ids, whether they are finite and in time order.
