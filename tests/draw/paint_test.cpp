@@ -96,7 +96,7 @@ std::function<void(TAVGraph&, GLW&)> refused(void (*spoil)(GLW&))
 // In the default view the filter's steps are 1.98 frames and 0.98 units, and a
 // point of size 2 adds 0.99 frames: too wide for lines.
 INSTANTIATE_TEST_SUITE_P(
-    Points, Paint,
+    Rows, Paint,
     testing::Values(
         PaintRow{"RGBColoursTheMaskedAxesWherePointsAreDense",
                  [](TAVGraph& g, GLW&) {
@@ -159,13 +159,8 @@ INSTANTIATE_TEST_SUITE_P(
         PaintRow{"SizeIsHalfOfEightFrames", [](TAVGraph& g, GLW& v) { sizes(g, v, 8, 2, 5); }, paint(4, {})},
         PaintRow{"SizeLoweredToTheMaximum", [](TAVGraph& g, GLW& v) { sizes(g, v, 8333.3, 2, 5); }, paint(5, {})},
         PaintRow{"SizeMaximumWinsWhenTheBoundsCross", [](TAVGraph& g, GLW& v) { sizes(g, v, 1, 6, 4); }, paint(4, {})},
-        PaintRow{"SizeOfAHugePeriodSaturates", [](TAVGraph& g, GLW& v) { sizes(g, v, 1e300, 2, 5); }, paint(5, {})}),
-    [](const testing::TestParamInfo<PaintRow>& i) { return std::string(i.param.name); });
-
-// With "pointSize" 1 a point adds no width and the filter lets every point through.
-INSTANTIATE_TEST_SUITE_P(
-    Lines, Paint,
-    testing::Values(
+        PaintRow{"SizeOfAHugePeriodSaturates", [](TAVGraph& g, GLW& v) { sizes(g, v, 1e300, 2, 5); }, paint(5, {})},
+        // With "pointSize" 1 a point adds no width and the filter lets every point through.
         // Equal times join nothing; an invalid sample breaks the line on both sides.
         // The last sample stays in the vector's memory, past its end.
         PaintRow{"JoinOnlyValidSamplesOfRisingTime",
@@ -202,12 +197,7 @@ INSTANTIATE_TEST_SUITE_P(
         PaintRow{"WideViewHasNone", [](TAVGraph& g, GLW& v) { pair(g, v, 2, 1, 1); }, paint(2, pairPoints)},
         PaintRow{"ZoomedInHasThem", [](TAVGraph& g, GLW& v) { pair(g, v, 2, 10, 1); }, paint(4, pairPoints, pairLine)},
         PaintRow{"TheFramePeriodScalesTheThreshold", [](TAVGraph& g, GLW& v) { pair(g, v, 2, 1, 8); },
-                 paint(4, pairPoints, pairLine)}),
-    [](const testing::TestParamInfo<PaintRow>& i) { return std::string(i.param.name); });
-
-INSTANTIATE_TEST_SUITE_P(
-    Runs, Paint,
-    testing::Values(
+                 paint(4, pairPoints, pairLine)},
         // A point of size 3 adds 1.98 frames: too wide for outlines.
         PaintRow{"ThePeriodScalesRunsWhichAreOutlinedOnlyWhileAPointAddsLessThanAFrame",
                  [](TAVGraph& g, GLW&) {
@@ -254,12 +244,7 @@ INSTANTIATE_TEST_SUITE_P(
         PaintRow{"CursorOnTheLeftEdge", [](TAVGraph& g, GLW&) { cursorAt(g, 1000); }, paint(2, {}, cursor(0))},
         PaintRow{"CursorOnTheRightEdge", [](TAVGraph& g, GLW&) { cursorAt(g, 1100); }, paint(2, {}, cursor(100))},
         PaintRow{"NoCursorLeftOfTheView", [](TAVGraph& g, GLW&) { cursorAt(g, 999); }, paint(2, {})},
-        PaintRow{"NoCursorRightOfTheView", [](TAVGraph& g, GLW&) { cursorAt(g, 1101); }, paint(2, {})}),
-    [](const testing::TestParamInfo<PaintRow>& i) { return std::string(i.param.name); });
-
-INSTANTIATE_TEST_SUITE_P(
-    Whole, Paint,
-    testing::Values(
+        PaintRow{"NoCursorRightOfTheView", [](TAVGraph& g, GLW&) { cursorAt(g, 1101); }, paint(2, {})},
         // Runs cover half a period beyond their ends; the data ends at frame 3.
         PaintRow{"PointsLinesRunsAndCursorInOneStateBlock",
                  [](TAVGraph& g, GLW&) {

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include <cstdio>
+#include <fstream>
 
 namespace glrec {
 namespace {
@@ -16,34 +17,6 @@ Calls& log()
 void record(const char* name, std::initializer_list<double> args)
 {
     log().push_back(Call{name, std::vector<double>(args)});
-}
-
-// The names of the enums the graph module sends, by entry point.
-const char* enumName(const std::string& fn, double v)
-{
-    struct Name {
-        const char* fn;
-        GLenum e;
-        const char* name;
-    };
-    static const Name names[] = {
-        {"glBegin", GL_POINTS, "GL_POINTS"},
-        {"glBegin", GL_LINES, "GL_LINES"},
-        {"glBegin", GL_QUADS, "GL_QUADS"},
-        {"glEnable", GL_DEPTH_TEST, "GL_DEPTH_TEST"},
-        {"glEnable", GL_BLEND, "GL_BLEND"},
-        {"glDisable", GL_LIGHTING, "GL_LIGHTING"},
-        {"glShadeModel", GL_FLAT, "GL_FLAT"},
-        {"glBlendFunc", GL_SRC_ALPHA, "GL_SRC_ALPHA"},
-        {"glBlendFunc", GL_ONE_MINUS_SRC_ALPHA, "GL_ONE_MINUS_SRC_ALPHA"},
-        {"glPolygonMode", GL_FRONT, "GL_FRONT"},
-        {"glPolygonMode", GL_FILL, "GL_FILL"},
-        {"glPushAttrib", GL_ALL_ATTRIB_BITS, "GL_ALL_ATTRIB_BITS"},
-    };
-    for (const Name& n : names)
-        if (fn == n.fn && double(n.e) == v)
-            return n.name;
-    return nullptr;
 }
 
 std::string number(double v)
@@ -62,8 +35,7 @@ std::string toString(const Call& c)
     for (size_t i = 0; i < c.args.size(); ++i) {
         if (i)
             s += ", ";
-        const char* e = enumName(c.name, c.args[i]);
-        s += e ? std::string(e) : number(c.args[i]);
+        s += number(c.args[i]);
     }
     return s + ")";
 }
@@ -157,25 +129,28 @@ namespace glrec {
 
 bool bound(std::string* which)
 {
-    static const char* const names[] = {
-        "glBegin",         "glEnd",          "glVertex3f",         "glVertex3d",          "glColor3f",
-        "glColor4f",       "glPointSize",    "glPolygonMode",      "glPushAttrib",        "glPopAttrib",
-        "glEnable",        "glDisable",      "glShadeModel",       "glBlendFunc",         "glGetIntegerv",
-        "glGetFloatv",     "glGetDoublev",   "glGetBooleanv",      "glIsEnabled",         "glPushClientAttrib",
-        "glPopClientAttrib", "glEnableClientState", "glDisableClientState", "glVertexPointer", "glColorPointer",
-        "glDrawArrays"};
-    // Each name must resolve into the object that holds this recorder.
+    // Each name the dynamic list exports must resolve into the object that holds
+    // this recorder.
     Dl_info self{}, found{};
     dladdr(reinterpret_cast<void*>(&glBegin), &self);
-    for (const char* name : names) {
-        void* entry = dlsym(RTLD_DEFAULT, name);
+    std::ifstream list(TAV_GLRECORDER_LIST);
+    std::string name;
+    int names = 0;
+    while (std::getline(list, name, ';')) {
+        name.erase(0, name.find_first_of("g"));
+        if (name.empty())
+            continue;
+        ++names;
+        void* entry = dlsym(RTLD_DEFAULT, name.c_str());
         if (!entry || !dladdr(entry, &found) || found.dli_fbase != self.dli_fbase) {
             if (which)
                 *which = name;
             return false;
         }
     }
-    return true;
+    if (which && !names)
+        *which = "the dynamic list " TAV_GLRECORDER_LIST;
+    return names > 0;
 }
 
 } // namespace glrec

@@ -19,7 +19,7 @@ struct Call {
 };
 typedef std::vector<Call> Calls;
 
-// "glBegin(GL_POINTS)", "glVertex3f(12, 0.5, 1)": enums by name, numbers exactly.
+// "glBegin(0)", "glVertex3f(12, 0.5, 1)": every argument as its exact number.
 std::string toString(const Call& c);
 // One call per line, so a failed comparison shows a line diff.
 std::string toString(const Calls& calls);
