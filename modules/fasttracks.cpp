@@ -92,15 +92,12 @@ public:
         const int size = data.size();
         const int64_t offsetX = p.g.offsetX;
         to = size;
-        // Samples come in frame order. When their x stays within [0, 2^31) it
-        // ascends with them, so the window is one stretch and nothing after it shows.
-        const int64_t firstX = frameX(d[0].time, offsetX), lastX = frameX(d[size - 1].time, offsetX);
-        if (firstX >= 0 && firstX <= lastX && lastX <= std::numeric_limits<int32_t>::max()) {
-            const auto x = [offsetX](const T& m) { return double(float(frameX32(m.time, offsetX))); };
-            const XWindow& w = p.window;
-            const int begin = int(std::partition_point(d, d + size, [&](const T& m) { return x(m) < w.lo; }) - d);
-            to = int(std::partition_point(d + begin, d + size, [&](const T& m) { return x(m) <= w.hi; }) - d);
-            from = p.ps.lod ? filterFrom(d, begin, p.ps.fill, lod, offset, offsetX) : begin;
+        // The filter steps x as unsigned: a window is taken only where x starts at 0 or more.
+        if (frameX(d[0].time, offsetX) >= 0) {
+            const T *begin = d, *end = d + size;
+            pointStretch(begin, end, offsetX, [](double x) { return x; }, p.window.lo, p.window.hi);
+            to = int(end - d);
+            from = p.ps.lod ? filterFrom(d, int(begin - d), p.ps.fill, lod, offset, offsetX) : int(begin - d);
         }
     }
 

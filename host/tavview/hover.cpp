@@ -14,25 +14,18 @@ void pickIn(const QVector<T>& samples, bool rigid, const IdMap<Vector>& offsets,
             const PixelMap& map, QPointF mouse, double maxPixels, HoverHit& best)
 {
     OffsetOf offset(offsets);
-    // Samples come in frame order: where their x stays within 32 bits it ascends
-    // with them, and only those near the mouse need a look.
+    // Only the samples near the mouse need a look.
     const T* begin = samples.constData();
     const T* end = begin + samples.size();
-    if (begin != end && map.sx > 0) {
-        const int64_t first = frameX(begin->time, shown.offsetX), last = frameX((end - 1)->time, shown.offsetX);
-        if (first >= INT32_MIN && first <= last && last <= INT32_MAX) {
-            const auto pixel = [&](const T& s) {
-                return map.toPixel(double(float(frameX32(s.time, shown.offsetX))), 0).x();
-            };
-            begin = std::partition_point(begin, end, [&](const T& s) { return pixel(s) < mouse.x() - maxPixels; });
-            end = std::partition_point(begin, end, [&](const T& s) { return pixel(s) <= mouse.x() + maxPixels; });
-        }
+    if (map.sx > 0) {
+        const auto pixel = [&](double x) { return map.toPixel(x, 0).x(); };
+        pointStretch(begin, end, shown.offsetX, pixel, mouse.x() - maxPixels, mouse.x() + maxPixels);
     }
     for (const T* it = begin; it != end; ++it) {
         const T& s = *it;
         if (!pointShown(s, shown.enableFill))
             continue;
-        const double x = double(float(frameX32(s.time, shown.offsetX)));
+        const double x = pointX(s, shown.offsetX);
         const QPointF p0 = map.toPixel(x, 0);
         if (std::fabs(p0.x() - mouse.x()) > maxPixels)
             continue;
