@@ -3,9 +3,7 @@
 #include "modules/core/framex.h"
 #include "modules/core/shown.h"
 
-#include <algorithm>
 #include <cmath>
-#include <cstdint>
 
 namespace {
 
